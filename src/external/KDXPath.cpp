@@ -1,0 +1,48 @@
+#include <kiv/KDXPath.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "PathText.h"
+
+namespace kiv {
+
+KDXPath::KDXPath() = default;
+
+KDXPath::KDXPath(const std::string& pathText) {
+    for (detail::PathCursor cursor(pathText); !cursor.atEnd();) {
+        const detail::PathComponent component = cursor.next();
+        components.emplace_back(component.type, component.name);
+    }
+}
+
+KDXPath::KDXPath(const KDXPath&) = default;
+KDXPath& KDXPath::operator=(const KDXPath&) = default;
+KDXPath::~KDXPath() = default;
+
+std::size_t KDXPath::numComponent() const {
+    return components.size();
+}
+
+const std::string& KDXPath::getType(std::size_t index) const {
+    return components.at(index).first;
+}
+
+const std::string& KDXPath::getName(std::size_t index) const {
+    return components.at(index).second;
+}
+
+std::string KDXPath::getSubPath(std::size_t first, std::size_t count) const {
+    if (first > components.size()) throw std::out_of_range("KDXPath::getSubPath");
+    const std::size_t end = first + std::min(count, components.size() - first);
+    std::string pathText;
+    for (std::size_t i = first; i < end; ++i)
+        detail::appendComponent(pathText, components[i].first, components[i].second);
+    return pathText;
+}
+
+bool KDXPath::operator<(const KDXPath& other) const {
+    return components < other.components;
+}
+
+}  // namespace kiv
