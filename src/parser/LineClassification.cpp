@@ -22,26 +22,26 @@ namespace kiv {
 namespace detail {
 namespace {
 
-ClassifiedLine classifyTrimmed(std::string_view text) {
+ClassifiedLine classifyTrimmed(std::string_view text, std::size_t nameLength) {
     if (text.empty()) return {MiniKDXParser::lineBlank, {}, {}};
     if (text.front() == '!' || text.front() == '$') return {MiniKDXParser::lineVerbatim, {}, {}};
     if (text.front() == '>') return {MiniKDXParser::lineAction, {}, {}};
     if (text == "END") return {MiniKDXParser::lineEnd, {}, {}};
 
-    const auto runEnd = std::find_if_not(text.begin(), text.end(), isNameCharacter);
-    const auto length = static_cast<std::size_t>(runEnd - text.begin());
+    std::size_t length = std::min(nameLength, text.size());
+    while (length < text.size() && isNameCharacter(text[length])) ++length;
     const std::string_view run = text.substr(0, length);
-    if (runEnd == text.end()) return {MiniKDXParser::lineUnrecognised, run, {}};
+    if (length == text.size()) return {MiniKDXParser::lineUnrecognised, run, {}};
     const std::string_view rest = text.substr(length + 1);
-    if (*runEnd == ':') return {MiniKDXParser::lineObject, run, rest};
-    if (*runEnd == '=') return {MiniKDXParser::lineParameter, run, rest};
+    if (text[length] == ':') return {MiniKDXParser::lineObject, run, rest};
+    if (text[length] == '=') return {MiniKDXParser::lineParameter, run, rest};
     return {MiniKDXParser::lineUnrecognised, run, {}};
 }
 
 }  // namespace
 
-ClassifiedLine classifyLine(std::string_view line) {
-    return classifyTrimmed(trimLine(line));
+ClassifiedLine classifyLine(std::string_view line, std::size_t nameLength) {
+    return classifyTrimmed(trimLine(line, nameLength), nameLength);
 }
 
 void assignHalves(const ClassifiedLine& line, std::string& first, std::string& second) {

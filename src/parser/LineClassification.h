@@ -2,6 +2,7 @@
 
 #include <kiv/MiniKDXParser.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -15,8 +16,9 @@ struct ClassifiedLine {
     std::string_view second;
 };
 
-/// Classifies one line; the halves are views of it.
-ClassifiedLine classifyLine(std::string_view line);
+/// Classifies one line; the halves are views of it. The first `nameLength` bytes of the line are
+/// known to be name characters, of which the first is no blank: they are not looked at again.
+ClassifiedLine classifyLine(std::string_view line, std::size_t nameLength = 0);
 
 /// Makes `first` and `second` the halves as callers get them, without blanks that carry no
 /// meaning. The views in `line` must not lie in `first` or `second`.

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <kiv/KDXExport.h>
+
+#include <string>
+
+namespace kiv {
+
+/// A parameter value without the backslashes at its end, which would continue its line. The
+/// writers do not clean values themselves:
+///
+///     builder.addParam("Path", kiv::CleanKDXParamString("C:\\data\\"));  // Path = C:\data
+///
+/// Only the last run of backslashes goes. Everything else stays, a blank behind a backslash too.
+/// A copy is independent; a move leaves the source empty.
+class KIV_KDX_EXPORT CleanKDXParamString {
+public:
+    explicit CleanKDXParamString(const std::string& value);
+
+    CleanKDXParamString(const CleanKDXParamString& other);
+    CleanKDXParamString(CleanKDXParamString&& other) noexcept;
+    CleanKDXParamString& operator=(const CleanKDXParamString& other);
+    CleanKDXParamString& operator=(CleanKDXParamString&& other) noexcept;
+    ~CleanKDXParamString();
+
+    /// The cleaned value. The reference lives as long as the object; assignment changes what it
+    /// shows.
+    const std::string& str() const;
+
+    /// The same as str().
+    operator const std::string&() const;
+
+private:
+    std::string text;
+};
+
+}  // namespace kiv

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <kiv/KDXExport.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Divides KDX text into what is to be done and what is to be set.
+namespace kiv::ExtractActionOrStateFromKDX {
+
+enum KDXLineType : int {
+    Action = 0,  ///< action lines
+    State = 1,   ///< all others: objects, parameters, ENDs, verbatim and unrecognised lines
+};
+
+/// The runs of action lines and the runs of all other lines of `text`, in its order. Kinds
+/// alternate, and no run is empty.
+///
+/// Lines are joined where they were continued, trimmed, without comments, and separated by line
+/// feeds. Blank lines and lines of comment alone are left out and end no run.
+///
+///     extractActionOrStateFromKDX(">a\n>b\nSample: s1\n  x = 1 # c\nEND\n");
+///     // {Action, ">a\n>b"}, {State, "Sample: s1\nx = 1\nEND"}
+///
+/// No text is refused, and nothing is thrown but what an allocation throws.
+KIV_KDX_EXPORT std::vector<std::pair<KDXLineType, std::string>> extractActionOrStateFromKDX(
+    const std::string& text);
+
+}  // namespace kiv::ExtractActionOrStateFromKDX

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <kiv/KDXExport.h>
+
+#include <string>
+#include <vector>
+
+/// Tidies KDX text. No text is refused, and nothing is thrown but what an allocation throws. Time
+/// is in proportion to input and output.
+namespace kiv::KDXFormatting {
+
+/// A line without its comment and without outer blanks. A line that begins with '!' or '$' has no
+/// comment; in every other the first '#' begins it, also one behind a backslash.
+///
+///     removeComment("  gain = 10 # dB");  // gain = 10
+KIV_KDX_EXPORT std::string removeComment(const std::string& line);
+
+/// The lines with their leading blanks replaced by two for each object around them.
+///
+///     indentKDX({"Sample: s1", "gain = 10", "END"});  // "Sample: s1", "  gain = 10", "END"
+///
+/// Continuation lines stand deeper than the line that they continue; comments that stand alone,
+/// actions and verbatim lines stand at the margin. Comments and blank lines stay, and so does
+/// whatever stands at a line's end.
+///
+/// There is one line for each line of the input, but for two kinds that no reader accepts, which
+/// are left out: a line that begins with a backslash and continues nothing, and a continuation that
+/// is empty or begins with a backslash while it is not yet clear what its line is.
+///
+/// The text means to a reader what it meant before, and indenting it once more changes nothing,
+/// provided that every line of it is KDX and none was left out. The exception to the latter is an
+/// END that is itself cut in two by a continuation.
+///
+/// Indentation grows with depth: n objects inside one another make n * n blanks.
+KIV_KDX_EXPORT std::vector<std::string> indentKDX(const std::vector<std::string>& lines);
+
+}  // namespace kiv::KDXFormatting

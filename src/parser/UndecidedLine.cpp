@@ -1,0 +1,54 @@
+#include "parser/UndecidedLine.h"
+
+#include <algorithm>
+
+#include "external/Blank.h"
+#include "parser/LineClassification.h"
+#include "parser/LineTrimming.h"
+#include "parser/LogicalLine.h"
+#include "parser/NameCharacter.h"
+
+// While the kind is open, the text holds no '#' and begins with a name character or, for good,
+// with something that no line begins with. So a further physical line can only decide the kind
+// where the text so far is all name characters, and then the search goes on behind them.
+
+namespace kiv::detail {
+
+UndecidedLine::Outcome UndecidedLine::add(std::string_view line, bool spaced) {
+    if (text.empty()) return addFirst(line);
+    const std::size_t lengthBefore = text.size();
+    const bool canDecide = nameLength == lengthBefore;
+    if (spaced) text += ' ';
+    text += line;
+    const auto kind =
+        canDecide ? classifyLine(text, nameLength).type : MiniKDXParser::lineUnrecognised;
+    text.resize(std::min(text.find('#', lengthBefore), text.size()));
+    text.resize(withoutTrailingBlanks(text).size());
+    return {kind, dropFinalBackslash()};
+}
+
+void UndecidedLine::clear() {
+    text.clear();
+    nameLength = 0;
+}
+
+UndecidedLine::Outcome UndecidedLine::addFirst(std::string_view line) {
+    const auto kind = classifyLine(line).type;
+    const std::string_view commentless = removeComment(line);
+    if (!isContinued(commentless)) return {kind, false};
+    if (kind == MiniKDXParser::lineUnrecognised) {
+        text = commentless;
+        dropFinalBackslash();
+    }
+    return {kind, true};
+}
+
+bool UndecidedLine::dropFinalBackslash() {
+    const bool continued = isContinued(text);
+    if (continued) text.pop_back();
+    nameLength = std::min(nameLength, text.size());
+    while (nameLength < text.size() && isNameCharacter(text[nameLength])) ++nameLength;
+    return continued;
+}
+
+}  // namespace kiv::detail

@@ -1,0 +1,222 @@
+#include <kiv/Error.h>
+#include <kiv/KDXBuilder.h>
+#include <kiv/KDXPath.h>
+#include <kiv/Messages.h>
+#include <kiv/StringUtilities.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace kiv {
+namespace {
+
+constexpr const char* kActionInObject =
+    "Cannot add an action unless at root level. Current level = %1";
+constexpr const char* kEmptyAction = "Internal error - empty action name.";
+constexpr const char* kObjectsOpen =
+    "Internal error in specifying object nesting. Objects remain open.";
+constexpr const char* kNothingOpen = "Internal error in specifying object nesting.";
+
+constexpr int kSignificantDigits = 6;
+
+const std::string replaceMark = "&replace ";
+
+[[noreturn]] void fail(const char* function, const SystemMsg& message) {
+    throw internal::error("KDXBuilder", function, message, errorTypeFailure);
+}
+
+std::string numberText(double value) {
+    std::array<char, 32> buffer{};
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
+                                   kSignificantDigits)
+                         .ptr;
+    return {buffer.begin(), end};
+}
+
+/// What follows a number: a blank and the unit in brackets, or nothing.
+std::string unitText(const std::string& unit) {
+    std::string text = StringUtilities::removeWhitespace(unit);
+    if (text.empty()) return text;
+    if (text.front() != '[') text.insert(0, 1, '[');
+    if (text.back() != ']') text += ']';
+    return " " + text;
+}
+
+void appendJoined(std::string& text, const std::vector<std::string>& pieces,
+                  const char* separator) {
+    const char* before = "";
+    for (const std::string& piece : pieces) {
+        text.append(before).append(piece);
+        before = separator;
+    }
+}
+
+}  // namespace
+
+KDXBuilder::KDXBuilder() : indentStep("  ") {}
+KDXBuilder::KDXBuilder(const std::string& rootPath) : KDXBuilder() {
+    pushRoot(rootPath);
+}
+KDXBuilder::KDXBuilder(const KDXBuilder&) = default;
+KDXBuilder& KDXBuilder::operator=(const KDXBuilder&) = default;
+KDXBuilder::~KDXBuilder() = default;
+
+KDXBuilder::KDXBuilder(KDXBuilder&& other) noexcept
+    : level(other.level),
+      indentStep(std::exchange(other.indentStep, {})),
+      indent(std::exchange(other.indent, {})),
+      text(std::exchange(other.text, {})) {}
+
+KDXBuilder& KDXBuilder::operator=(KDXBuilder&& other) noexcept {
+    level = other.level;
+    indentStep = std::exchange(other.indentStep, {});
+    indent = std::exchange(other.indent, {});
+    text = std::exchange(other.text, {});
+    return *this;
+}
+
+/// Makes a change of several steps, or none of it when one of them throws.
+template <typename Change>
+void KDXBuilder::changeWholly(Change change) {
+    const std::int32_t levelBefore = level;
+    const std::size_t indentBefore = indent.size();
+    const std::size_t lengthBefore = text.size();
+    try {
+        change();
+    } catch (...) {
+        level = levelBefore;
+        indent.resize(indentBefore, ' ');
+        text.resize(lengthBefore);
+        throw;
+    }
+}
+
+void KDXBuilder::pushObject(const std::string& type, const std::string& name) {
+    changeWholly([&] {
+        text.append(indent).append(type).append(": ").append(name).append("\n");
+        indent += indentStep;
+        ++level;
+    });
+}
+
+void KDXBuilder::pushObject(const std::string& type) {
+    changeWholly([&] {
+        text.append(indent).append(type).append(":\n");
+        indent += indentStep;
+        ++level;
+    });
+}
+
+void KDXBuilder::pushReplacedObject(const std::string& type, const std::string& name) {
+    pushObject(replaceMark + type, name);
+}
+
+void KDXBuilder::pushReplacedObject(const std::string& type) {
+    pushObject(replaceMark + type);
+}
+
+void KDXBuilder::pushRoot(const std::string& path) {
+    const KDXPath root(path);
+    changeWholly([&] {
+        for (std::size_t i = 0; i < root.numComponent(); ++i) {
+            const std::string& type = root.getType(i);
+            const std::string& name = root.getName(i);
+            if (name.empty() || name == type) {
+                pushObject(type);
+            } else {
+                pushObject(type, name);
+            }
+        }
+    });
+}
+
+void KDXBuilder::popObject() {
+    if (level < 1) fail("popObject", SystemMsg(kNothingOpen));
+    changeWholly([&] {
+        indent.resize(indent.size() - std::min<std::size_t>(indent.size(), 2));
+        --level;
+        text.append(indent).append("END\n");
+    });
+}
+
+void KDXBuilder::popAll() {
+    changeWholly([&] {
+        while (level >= 1) popObject();
+    });
+}
+
+void KDXBuilder::addParam(const std::string& name, const std::string& value) {
+    changeWholly([&] {
+        addParamCommon(name);
+        text.append(value).append("\n");
+    });
+}
+
+void KDXBuilder::addParam(const std::string& name, const std::vector<std::string>& values) {
+    changeWholly([&] {
+        addParamCommon(name);
+        appendJoined(text, values, ", ");
+        text += '\n';
+    });
+}
+
+void KDXBuilder::addParam(const std::string& name, int value) {
+    addParam(name, std::to_string(value));
+}
+
+void KDXBuilder::addParam(const std::string& name, double value) {
+    addParam(name, numberText(value));
+}
+
+void KDXBuilder::addParam(const std::string& name, double value, const std::string& unit) {
+    addParam(name, numberText(value) + unitText(unit));
+}
+
+void KDXBuilder::addAction(const std::string& action) {
+    addAction(action, std::string());
+}
+
+void KDXBuilder::addAction(const std::string& action, const std::string& params) {
+    changeWholly([&] {
+        addActionCommon(action);
+        text.append(params).append("\n");
+    });
+}
+
+void KDXBuilder::addAction(const std::string& action, const std::vector<std::string>& params) {
+    changeWholly([&] {
+        addActionCommon(action);
+        appendJoined(text, params, ",");
+        text += '\n';
+    });
+}
+
+void KDXBuilder::addAction(const ActionBuilder& action) {
+    requireRootLevel();
+    text += action.getKDX() + "\n";
+}
+
+const std::string& KDXBuilder::getKDX() const {
+    if (level != 0) fail("getKDX", SystemMsg(kObjectsOpen));
+    return text;
+}
+
+void KDXBuilder::addActionCommon(const std::string& action) {
+    requireRootLevel();
+    const std::string name = StringUtilities::removeWhitespace(action);
+    if (name.empty()) fail("addActionCommon", SystemMsg(kEmptyAction));
+    if (name.front() != '>') text += '>';
+    text.append(name).append(" ");
+}
+
+void KDXBuilder::addParamCommon(const std::string& name) {
+    text.append(indent).append(name).append(" = ");
+}
+
+void KDXBuilder::requireRootLevel() const {
+    if (level != 0) fail("addAction", SystemMsg(kActionInObject).arg(level));
+}
+
+}  // namespace kiv
