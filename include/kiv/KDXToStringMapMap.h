@@ -64,7 +64,8 @@ public:
                         bool excludeTypes = false);
 
     /// Does what convert() does, and keeps a copy of the lines to parse() again, into the same map.
-    /// `outputMap` and `typeFilter` must outlive the converter and its copies.
+    /// `outputMap` and `typeFilter` must outlive the converter and its copies. The map may change
+    /// between and during such walks, as long as the entries of open objects stay in it.
     KDXToStringMapMap(const std::string& text, StringMapMap& outputMap,
                       const std::set<std::string>& typeFilter = noTypeFilter(),
                       bool excludeTypes = false);
@@ -97,14 +98,16 @@ private:
     KDXToStringMapMap(StringMapMap& map, const std::set<std::string>& types, bool exclude);
 
     bool isLeftOut(const std::string& type) const;
+    Entry enterPath();
 
     Entry currentEntry;  // of the innermost open object
-    Entry lastEntry;     // of the object that opened last
+    Entry nextEntry;     // behind the one made last
     StringMapMap& outputMap;
     const std::set<std::string>& typeFilter;
     std::string path;  // begins with the path of the innermost open object
     std::vector<OpenObject> pathStack;
     std::uint32_t skipDepth = 0;
+    bool converting = true;  // the conversion itself runs, so that nobody else changes the map
     bool excludeTypes;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace kiv::detail {
@@ -11,13 +12,18 @@ constexpr bool isBlank(char c) {
 }
 
 constexpr std::string_view withoutLeadingBlanks(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    // Indentation is mostly spaces, in pairs: two at a time halves the cost of a short line.
+    std::size_t begin = 0;
+    while (text.size() - begin >= 2 && text[begin] == ' ' && text[begin + 1] == ' ') begin += 2;
+    while (begin < text.size() && isBlank(text[begin])) ++begin;
+    text.remove_prefix(begin);
     return text;
 }
 
 constexpr std::string_view withoutTrailingBlanks(std::string_view text) {
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-    return text;
+    std::size_t end = text.size();
+    while (end > 0 && isBlank(text[end - 1])) --end;
+    return text.substr(0, end);
 }
 
 constexpr std::string_view withoutOuterBlanks(std::string_view text) {

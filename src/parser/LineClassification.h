@@ -8,20 +8,12 @@
 
 namespace kiv::detail {
 
-/// A line's kind and, of an object, a parameter or an unrecognised line, its halves as they stand
-/// in the line.
-struct ClassifiedLine {
-    MiniKDXParser::lineType type;
-    std::string_view first;
-    std::string_view second;
-};
+/// The kind of one line. The first `nameLength` bytes of the line are known to be name characters,
+/// of which the first is no blank: they are not looked at again.
+MiniKDXParser::lineType classifyLine(std::string_view line, std::size_t nameLength = 0);
 
-/// Classifies one line; the halves are views of it. The first `nameLength` bytes of the line are
-/// known to be name characters, of which the first is no blank: they are not looked at again.
-ClassifiedLine classifyLine(std::string_view line, std::size_t nameLength = 0);
-
-/// Makes `first` and `second` the halves as callers get them, without blanks that carry no
-/// meaning. The views in `line` must not lie in `first` or `second`.
-void assignHalves(const ClassifiedLine& line, std::string& first, std::string& second);
+/// The kind of one line and its two halves, as MiniKDXParser::determineLineType() gives them.
+/// `line` must not lie in `first` or `second`.
+MiniKDXParser::lineType splitLine(std::string_view line, std::string& first, std::string& second);
 
 }  // namespace kiv::detail

@@ -3,21 +3,39 @@
 #include <cstddef>
 #include <string_view>
 
+#include "external/Blank.h"
+
+// The comment of a line begins at its first '#'. A line that begins with '!' has none. When a
+// backslash stands right before that '#', the line has none either, whatever follows.
+
 namespace kiv::detail {
+
+/// The part of the text that is no comment. The comment does not begin before `searchFrom`.
+inline std::string_view withoutComment(std::string_view text, std::size_t searchFrom) {
+    const std::size_t hash = text.find('#', searchFrom);
+    if (hash == std::string_view::npos) return text;
+    if (hash > 0 && text[hash - 1] == '\\') return text;
+    return text.substr(0, hash);
+}
 
 /// The part of a line that carries meaning, as a view of it: without leading blanks and, unless it
 /// then begins with '!', without its comment and trailing blanks.
 ///
-/// The comment begins at the first '#' of the line. When a backslash stands right before that '#',
-/// the line has no comment, whatever follows.
-///
 /// The first `nameLength` bytes of the line are known to be name characters, of which the first is
 /// no blank: they are not looked at again.
-std::string_view trimLine(std::string_view line, std::size_t nameLength = 0);
+inline std::string_view trimLine(std::string_view line, std::size_t nameLength = 0) {
+    const std::string_view text = withoutLeadingBlanks(line);
+    if (text.empty() || text.front() == '!') return text;
+    return withoutTrailingBlanks(withoutComment(text, nameLength));
+}
 
 /// The line without outer blanks and, unless it begins with '!' or '$', without the first '#' and
 /// what follows it. Unlike trimLine(), this spares no '#' behind a backslash: what it is for, tidy
 /// text, shows a line without anything that looks like a comment.
-std::string_view removeComment(std::string_view line);
+inline std::string_view removeComment(std::string_view line) {
+    const std::string_view text = withoutLeadingBlanks(line);
+    const bool verbatim = !text.empty() && (text.front() == '!' || text.front() == '$');
+    return withoutTrailingBlanks(verbatim ? text : text.substr(0, text.find('#')));
+}
 
 }  // namespace kiv::detail

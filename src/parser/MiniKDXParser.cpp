@@ -27,6 +27,7 @@ std::string shownText(std::string_view text) {
 /// byte, so that the line is continued, provided that a backslash and a space stand side by side
 /// somewhere in it: a backslash and a carriage return alone continue nothing.
 std::string_view firstPhysicalLine(std::string_view line) {
+    if (line.empty() || (line.back() != '\\' && !detail::isBlank(line.back()))) return line;
     const std::string_view trimmed = detail::withoutTrailingBlanks(line);
     if (!detail::isContinued(trimmed)) return line;
     if (line.find("\\ ") == std::string_view::npos) return line;
@@ -94,20 +95,15 @@ void MiniKDXParser::walk(Lines lines) {
 }
 
 void MiniKDXParser::report(std::string_view line, WorkingText& working) {
-    const detail::ClassifiedLine classified = detail::classifyLine(line);
-    switch (classified.type) {
+    switch (detail::splitLine(line, working.first, working.second)) {
         case lineUnrecognised: throwUnknownSyntax(line);
         case lineVerbatim:
         case lineBlank: return;
         case lineObject:
-            detail::assignHalves(classified, working.first, working.second);
             newObject(working.first, working.second);
             objectStack.emplace_back(working.first, working.second);
             return;
-        case lineParameter:
-            detail::assignHalves(classified, working.first, working.second);
-            newParameter(working.first, working.second);
-            return;
+        case lineParameter: newParameter(working.first, working.second); return;
         case lineEnd:
             endObject();
             if (!objectStack.empty()) objectStack.pop_back();

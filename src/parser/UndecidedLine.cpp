@@ -20,8 +20,7 @@ UndecidedLine::Outcome UndecidedLine::add(std::string_view line, bool spaced) {
     const bool canDecide = nameLength == lengthBefore;
     if (spaced) text += ' ';
     text += line;
-    const auto kind =
-        canDecide ? classifyLine(text, nameLength).type : MiniKDXParser::lineUnrecognised;
+    const auto kind = canDecide ? classifyLine(text, nameLength) : MiniKDXParser::lineUnrecognised;
     text.resize(std::min(text.find('#', lengthBefore), text.size()));
     text.resize(withoutTrailingBlanks(text).size());
     return {kind, dropFinalBackslash()};
@@ -33,7 +32,7 @@ void UndecidedLine::clear() {
 }
 
 UndecidedLine::Outcome UndecidedLine::addFirst(std::string_view line) {
-    const auto kind = classifyLine(line).type;
+    const auto kind = classifyLine(line);
     const std::string_view commentless = removeComment(line);
     if (!isContinued(commentless)) return {kind, false};
     if (kind == MiniKDXParser::lineUnrecognised) {

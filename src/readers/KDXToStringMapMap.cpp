@@ -25,7 +25,7 @@ const std::string& KDXToStringMapMap::Except::message() const noexcept {
 KDXToStringMapMap::KDXToStringMapMap(StringMapMap& map, const std::set<std::string>& types,
                                      bool exclude)
     : currentEntry(map.end()),
-      lastEntry(map.end()),
+      nextEntry(map.end()),
       outputMap(map),
       typeFilter(types),
       excludeTypes(exclude) {}
@@ -35,6 +35,7 @@ KDXToStringMapMap::KDXToStringMapMap(const std::string& text, StringMapMap& map,
     : KDXToStringMapMap(map, types, exclude) {
     getCommands() = StringUtilities::stringToVector(text, '\n');
     parse();
+    converting = false;
 }
 
 KDXToStringMapMap::KDXToStringMapMap(const std::vector<std::string>& lines, StringMapMap& map,
@@ -42,6 +43,7 @@ KDXToStringMapMap::KDXToStringMapMap(const std::vector<std::string>& lines, Stri
     : KDXToStringMapMap(map, types, exclude) {
     setCommands(lines);
     parse();
+    converting = false;
 }
 
 KDXToStringMapMap::KDXToStringMapMap(const KDXToStringMapMap&) = default;
@@ -79,11 +81,7 @@ void KDXToStringMapMap::newObject(const std::string& type, const std::string& na
     }
     path.resize(pathStack.empty() ? 0 : pathStack.back().pathLength);
     detail::appendComponent(path, type, name);
-    // Text mostly comes in the order of the map: an object's entry belongs right behind the one
-    // made last, a top-level object's at the end. The entry made last is only known to be in the
-    // map still while an object of this walk is open.
-    const auto hint = objectStack.empty() ? outputMap.end() : std::next(lastEntry);
-    currentEntry = lastEntry = outputMap.try_emplace(hint, path);
+    currentEntry = enterPath();
     pathStack.push_back({currentEntry, path.size()});
 }
 
@@ -103,11 +101,16 @@ void KDXToStringMapMap::endObject() {
     pathStack.pop_back();
     if (pathStack.empty()) return;
     const OpenObject& enclosing = pathStack.back();
-    // An object that an earlier walk left open has no place on this walk's stack, and the caller
-    // may have changed the map since.
-    const bool openedEarlier = objectStack.size() < 2;
     currentEntry =
-        openedEarlier ? outputMap.find(path.substr(0, enclosing.pathLength)) : enclosing.entry;
+        converting ? enclosing.entry : outputMap.find(path.substr(0, enclosing.pathLength));
+}
+
+// Text mostly comes in the order of the map, so that an object belongs right behind the one before.
+KDXToStringMapMap::Entry KDXToStringMapMap::enterPath() {
+    if (!converting) return outputMap.try_emplace(path).first;
+    const Entry entry = outputMap.try_emplace(nextEntry, path);
+    nextEntry = std::next(entry);
+    return entry;
 }
 
 }  // namespace kiv
