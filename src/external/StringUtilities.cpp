@@ -26,7 +26,7 @@ std::string removeWhitespace(const std::string& text) {
 
 std::string simplifyWhitespace(const std::string& text) {
     std::string result;
-    detail::assignSimplified(result, text);
+    detail::assignSimplified(result, detail::withoutOuterBlanks(text));
     return result;
 }
 

@@ -23,10 +23,9 @@ inline bool hasSimpleWhitespace(std::string_view text) {
     return true;
 }
 
-/// Makes `result` the text without its outer blanks and with one space for each inner run of
-/// blanks, in the storage that `result` has. `text` must not lie in `result`.
+/// Makes `result` the text with one space for each run of blanks, in the storage that `result` has.
+/// `text` must have no outer blanks and must not lie in `result`.
 inline void assignSimplified(std::string& result, std::string_view text) {
-    text = withoutOuterBlanks(text);
     if (hasSimpleWhitespace(text)) {
         assignDisjoint(result, text);
         return;

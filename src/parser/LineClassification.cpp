@@ -20,71 +20,64 @@ namespace kiv {
 namespace detail {
 namespace {
 
-/// A line's kind and, of an object, a parameter or an unrecognised line, its halves as they stand
-/// in the line.
-struct ClassifiedLine {
-    MiniKDXParser::lineType type;
-    std::string_view first;
-    std::string_view second;
+/// The name characters that a text begins with, and the byte that ends them.
+struct NameRun {
+    std::string_view name;
+    char stop;  // '\0' at the end of the text
 };
 
-/// The length of the name characters that the text begins with; at least `length` of them do.
-std::size_t nameRunLength(std::string_view text, std::size_t length) {
+/// The run at the beginning of the text, of which so many bytes are known to belong to it.
+NameRun nameRun(std::string_view text, std::size_t length) {
     while (length < text.size() && isNameCharacter(text[length])) ++length;
-    return length;
+    return {text.substr(0, length), length < text.size() ? text[length] : '\0'};
 }
 
-/// Classifies a line without leading blanks. A name holds no '#', so that what ends it decides
-/// before anything is known of a comment; only what is left then is trimmed.
-ClassifiedLine classify(std::string_view text, std::size_t nameLength) {
-    if (text.empty()) return {MiniKDXParser::lineBlank, {}, {}};
-    if (text.front() == '!' || text.front() == '$') return {MiniKDXParser::lineVerbatim, {}, {}};
-    if (text.front() == '>') return {MiniKDXParser::lineAction, {}, {}};
-
-    const std::size_t length = nameRunLength(text, nameLength);
-    const std::string_view run = text.substr(0, length);
-    const char stop = length < text.size() ? text[length] : '\0';
-    if (stop == ':') return {MiniKDXParser::lineObject, run, text.substr(length + 1)};
-    if (stop == '=') return {MiniKDXParser::lineParameter, run, text.substr(length + 1)};
-
-    const std::string_view trimmed = trimLine(text, length);
-    if (trimmed.empty()) return {MiniKDXParser::lineBlank, {}, {}};
-    if (trimmed == "END") return {MiniKDXParser::lineEnd, {}, {}};
-    return {MiniKDXParser::lineUnrecognised, trimmed.substr(0, length), {}};
+/// The kind of a line, without leading blanks, that is neither an object nor a parameter. The
+/// comment begins behind the name characters at the earliest.
+MiniKDXParser::lineType classifyOther(std::string_view text, std::size_t nameLength) {
+    const std::string_view trimmed = trimLine(text, nameLength);
+    if (trimmed.empty()) return MiniKDXParser::lineBlank;
+    if (trimmed.front() == '!' || trimmed.front() == '$') return MiniKDXParser::lineVerbatim;
+    if (trimmed.front() == '>') return MiniKDXParser::lineAction;
+    if (trimmed == "END") return MiniKDXParser::lineEnd;
+    return MiniKDXParser::lineUnrecognised;
 }
 
 /// What stands behind the ':' or '=' of a line, without comment and outer blanks.
-std::string_view secondHalf(std::string_view text) {
-    return withoutOuterBlanks(withoutComment(text, 0));
+std::string_view secondHalf(std::string_view text, std::size_t nameLength) {
+    return withoutOuterBlanks(withoutComment(text.substr(nameLength + 1), 0));
 }
 
 }  // namespace
 
+// A name holds no '#', so that what ends it decides before anything is known of a comment.
 MiniKDXParser::lineType classifyLine(std::string_view line, std::size_t nameLength) {
-    return classify(withoutLeadingBlanks(line), nameLength).type;
+    const std::string_view text = withoutLeadingBlanks(line);
+    const auto [name, stop] = nameRun(text, nameLength);
+    if (stop == ':') return MiniKDXParser::lineObject;
+    if (stop == '=') return MiniKDXParser::lineParameter;
+    return classifyOther(text, name.size());
 }
 
 MiniKDXParser::lineType splitLine(std::string_view line, std::string& first, std::string& second) {
-    const ClassifiedLine classified = classify(withoutLeadingBlanks(line), 0);
-    switch (classified.type) {
-        case MiniKDXParser::lineObject:
-            assignSimplified(first, classified.first);
-            assignSimplified(second, secondHalf(classified.second));
-            break;
-        case MiniKDXParser::lineParameter:
-            assignSimplified(first, classified.first);
-            assignDisjoint(second, secondHalf(classified.second));
-            break;
-        case MiniKDXParser::lineUnrecognised:
-        case MiniKDXParser::lineVerbatim:
-        case MiniKDXParser::lineBlank:
-        case MiniKDXParser::lineEnd:
-        case MiniKDXParser::lineAction:
-            assignDisjoint(first, classified.first);
-            second.clear();
-            break;
+    const std::string_view text = withoutLeadingBlanks(line);
+    const auto [name, stop] = nameRun(text, 0);
+    if (stop == ':') {
+        assignSimplified(first, withoutTrailingBlanks(name));
+        assignSimplified(second, secondHalf(text, name.size()));
+        return MiniKDXParser::lineObject;
     }
-    return classified.type;
+    if (stop == '=') {
+        assignSimplified(first, withoutTrailingBlanks(name));
+        assignDisjoint(second, secondHalf(text, name.size()));
+        return MiniKDXParser::lineParameter;
+    }
+    first.clear();
+    second.clear();
+    const MiniKDXParser::lineType kind = classifyOther(text, name.size());
+    if (kind == MiniKDXParser::lineUnrecognised)
+        assignDisjoint(first, trimLine(text).substr(0, name.size()));
+    return kind;
 }
 
 }  // namespace detail
