@@ -1,0 +1,186 @@
+// What the library's results cost at the very least: the same allocations and copies, and nothing
+// read or decided.
+
+#include <kiv/StringMapMapToKDX.h>
+
+#include <iterator>
+#include <string_view>
+
+#include "Job.h"
+#include "Library.h"
+
+namespace bench {
+namespace {
+
+class CopyLines : public Job {
+public:
+    explicit CopyLines(const Corpus& corpus) : lines(linesOf(corpus.text("kdx"))) {}
+    void prepare() override { copy = {}; }
+    void run() override { copy = lines; }
+    Counts counts() const override { return countsOf(copy); }
+
+private:
+    std::vector<std::string> lines;
+    std::vector<std::string> copy;
+};
+
+/// Events of a text with every path, name and value ready to be copied, in one block of memory.
+class ReadyCut : public kiv::MiniKDXParser {
+public:
+    enum class Kind { object, parameter, end };
+    struct Step {
+        Kind kind;
+        std::size_t firstLength;   // of a path or a name
+        std::size_t secondLength;  // of a value
+    };
+
+    using MiniKDXParser::MiniKDXParser;
+
+    std::string texts;
+    std::vector<Step> steps;
+
+protected:
+    void newObject(const std::string& type, const std::string& name) override {
+        std::string path;
+        for (const auto& object : objectStack) path += component(object.first, object.second);
+        path += component(type, name);
+        texts += path;
+        steps.push_back({Kind::object, path.size(), 0});
+    }
+    void newParameter(const std::string& name, const std::string& value) override {
+        texts += name;
+        texts += value;
+        steps.push_back({Kind::parameter, name.size(), value.size()});
+    }
+    void endObject() override { steps.push_back({Kind::end, 0, 0}); }
+
+private:
+    static std::string component(const std::string& type, const std::string& name) {
+        return name.empty() || name == type ? '/' + type : '/' + type + ':' + name;
+    }
+};
+
+class FillMap : public Job {
+public:
+    explicit FillMap(const Corpus& corpus) : input(linesOf(corpus.text("kdx"))) {
+        input.parse();
+        input.setCommands({});
+    }
+    void prepare() override { map.clear(); }
+    void run() override {
+        next = input.texts.data();
+        for (const auto& step : input.steps) take(step);
+    }
+    Counts counts() const override { return countsOf(map); }
+
+private:
+    using Entry = kiv::StringMapMap::iterator;
+
+    void take(const ReadyCut::Step& step) {
+        switch (step.kind) {
+            case ReadyCut::Kind::object: {
+                const Entry hint = open.empty() ? map.end() : std::next(last);
+                last = map.emplace_hint(hint, cut(step.firstLength), kParameters);
+                open.push_back(last);
+                return;
+            }
+            case ReadyCut::Kind::parameter: {
+                auto& parameters = open.back()->second;
+                const std::string_view name = cut(step.firstLength);
+                parameters.emplace_hint(parameters.end(), name, cut(step.secondLength));
+                return;
+            }
+            case ReadyCut::Kind::end: open.pop_back();
+        }
+    }
+
+    std::string_view cut(std::size_t length) {
+        const std::string_view text(next, length);
+        next += length;
+        return text;
+    }
+
+    inline static const kiv::StringMapMap::mapped_type kParameters;
+
+    ReadyCut input;
+    const char* next = nullptr;
+    kiv::StringMapMap map;
+    Entry last;
+    std::vector<Entry> open;
+};
+
+/// The steps that write a map's text: its object lines and ENDs ready-cut, its parameters where
+/// they are in the map.
+class WriteSteps : public kiv::MiniKDXParser {
+public:
+    struct Step {
+        std::string line;
+        const kiv::StringMapMap::mapped_type* parameters;  // null at an END
+        std::size_t indent;                                // of the parameters
+    };
+
+    WriteSteps(const std::vector<std::string>& lines, const kiv::StringMapMap& source)
+        : MiniKDXParser(lines), map(source) {}
+
+    std::vector<Step> steps;
+
+protected:
+    void newObject(const std::string& type, const std::string& name) override {
+        path.resize(pathLengths.empty() ? 0 : pathLengths.back());
+        path.append("/").append(type);
+        if (!name.empty() && name != type) path.append(":").append(name);
+        pathLengths.push_back(path.size());
+        steps.push_back(
+            {getCommands()[getLineNumber()] + '\n', &map.at(path), 2 * pathLengths.size()});
+    }
+    void endObject() override {
+        pathLengths.pop_back();
+        steps.push_back({getCommands()[getLineNumber()] + '\n', nullptr, 0});
+    }
+
+private:
+    const kiv::StringMapMap& map;
+    std::string path;
+    std::vector<std::size_t> pathLengths;
+};
+
+class AppendText : public Job {
+public:
+    explicit AppendText(const Corpus& corpus) : map(mapOf(corpus.text("kdx"))) {
+        std::string written;
+        kiv::StringMapMapToKDX::convert(map, written);
+        size = written.size();
+        WriteSteps parser(linesOf(written), map);
+        parser.parse();
+        steps = std::move(parser.steps);
+    }
+    void prepare() override { text = {}; }
+    void run() override {
+        text.reserve(size);
+        for (const auto& step : steps) {
+            text += step.line;
+            if (step.parameters == nullptr) continue;
+            for (const auto& [name, value] : *step.parameters) {
+                text.append(step.indent, ' ').append(name).append(" = ").append(value);
+                text += '\n';
+            }
+        }
+    }
+    Counts counts() const override { return countsOf(mapOf(text)); }
+
+private:
+    kiv::StringMapMap map;
+    std::size_t size = 0;
+    std::vector<WriteSteps::Step> steps;
+    std::string text;
+};
+
+}  // namespace
+
+JobTypes floorJobs() {
+    return {{"re-indent", "floor", "kdx", makeJob<CopyLines>, true},
+            {"text-to-map", "floor", "kdx", makeJob<FillMap>, true},
+            {"map-to-text", "floor", "kdx", makeJob<AppendText>, true}};
+}
+
+}  // namespace bench

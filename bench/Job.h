@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Corpus.h"
+
+namespace bench {
+
+/// One thing to time. It is made from a corpus; then prepare() and run() take turns.
+class Job {
+public:
+    Job() = default;
+    Job(const Job&) = delete;
+    Job& operator=(const Job&) = delete;
+    virtual ~Job() = default;
+
+    /// Drops the last run's result, and sets up what a run uses up. Not timed.
+    virtual void prepare() = 0;
+    /// What is timed.
+    virtual void run() = 0;
+    /// What the last run saw or made. Not timed.
+    virtual Counts counts() const = 0;
+};
+
+/// A contestant's way to do a task.
+struct JobType {
+    std::string task;  ///< "events", "text-to-map", "lines-to-map", "map-to-text", "re-indent"
+    std::string contestant;
+    std::string format;  ///< of the text that it starts from
+    std::unique_ptr<Job> (*make)(const Corpus& corpus);
+    bool quick;  ///< whether a quick run includes it
+};
+
+template <typename JobClass>
+std::unique_ptr<Job> makeJob(const Corpus& corpus) {
+    return std::make_unique<JobClass>(corpus);
+}
+
+using JobTypes = std::vector<JobType>;
+
+JobTypes libraryJobs();
+JobTypes floorJobs();
+JobTypes rapidJsonJobs();
+
+/// All of them.
+JobTypes allJobs();
+
+}  // namespace bench

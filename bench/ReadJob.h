@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "Job.h"
+#include "Sinks.h"
+
+namespace bench {
+
+/// Reads a text into a sink. `Reader` says what format it reads, takes a text that it may keep and
+/// change, and reports what stands in it:
+///
+///     static constexpr const char* kFormat;
+///     void load(std::string text);
+///     template <typename Sink> void read(Sink& sink);
+template <typename Reader, typename Sink>
+class ReadJob : public Job {
+public:
+    explicit ReadJob(const Corpus& corpus) : text(corpus.text(Reader::kFormat)) {}
+
+    void prepare() override {
+        sink.emplace();
+        reader.emplace().load(text);
+    }
+    void run() override { reader->read(*sink); }
+    Counts counts() const override { return sink->counts(); }
+
+private:
+    std::string text;
+    std::optional<Reader> reader;
+    std::optional<Sink> sink;
+};
+
+/// The two tasks that a reader can do.
+template <typename Reader>
+JobTypes readJobs(const char* contestant, bool quick = false) {
+    return {{"events", contestant, Reader::kFormat, makeJob<ReadJob<Reader, TouchSink>>, quick},
+            {"text-to-map", contestant, Reader::kFormat, makeJob<ReadJob<Reader, MapSink>>, quick}};
+}
+
+}  // namespace bench

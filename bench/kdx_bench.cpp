@@ -1,0 +1,68 @@
+// Times every job on every corpus named: kdx_bench DIRECTORY [CORPUS...] [--benchmark_...]
+//
+// A benchmark is called TASK/CONTESTANT/CORPUS. Each repetition makes its job anew, checks what a
+// first run saw, which also warms up, and times a second one. Repeat with
+// --benchmark_enable_random_interleaving, and take medians.
+
+#include <benchmark/benchmark.h>
+
+#include <iostream>
+#include <new>
+
+#include "Job.h"
+
+namespace {
+
+// A map built from the scattered blocks of a freed one costs far more than one built from fresh
+// memory. The allocator joins free blocks when it has to find a large one. Of this size it keeps
+// the block when it is freed, and with it the memory of the runs: no run pays for fresh pages.
+void joinFreeBlocks() {
+    constexpr std::size_t kLarge = std::size_t{24} << 20U;
+    void* block = ::operator new(kLarge);
+    benchmark::DoNotOptimize(block);
+    ::operator delete(block);
+}
+
+void measure(benchmark::State& state, const bench::JobType& type, const bench::Corpus& corpus) {
+    const auto job = type.make(corpus);
+    job->prepare();
+    job->run();
+    if (!(job->counts() == corpus.expected())) {
+        state.SkipWithError(("saw " + toText(job->counts())).c_str());
+        return;
+    }
+    for (auto iteration : state) {
+        state.PauseTiming();
+        job->prepare();
+        joinFreeBlocks();
+        state.ResumeTiming();
+        job->run();
+    }
+    state.counters["parameters"] = static_cast<double>(corpus.expected().parameters);
+    state.counters["objects"] = static_cast<double>(corpus.expected().objects);
+}
+
+void registerJobs(const std::string& directory, const std::string& name) {
+    const bench::Corpus corpus(directory, name);
+    for (const auto& type : bench::allJobs()) {
+        if (!corpus.has(type.format)) continue;
+        const std::string title = type.task + '/' + type.contestant + '/' + name;
+        benchmark::RegisterBenchmark(title.c_str(),
+                                     [=](benchmark::State& state) { measure(state, type, corpus); })
+            ->Iterations(1)
+            ->Unit(benchmark::kMillisecond);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (argc < 3) {
+        std::cerr << "usage: kdx_bench DIRECTORY CORPUS... [--benchmark_...]\n";
+        return 1;
+    }
+    for (int i = 2; i < argc; ++i) registerJobs(argv[1], argv[i]);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
