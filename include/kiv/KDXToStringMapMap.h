@@ -97,7 +97,12 @@ private:
 
     KDXToStringMapMap(StringMapMap& map, const std::set<std::string>& types, bool exclude);
 
-    bool isLeftOut(const std::string& type) const;
+    class Converter;
+
+    void openObject(std::string_view type, std::string_view name);
+    void addParameter(std::string_view name, std::string_view value);
+    void closeObject();
+    bool isLeftOut(std::string_view type) const;
     Entry enterPath();
 
     Entry currentEntry;  // of the innermost open object

@@ -4,12 +4,10 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace kiv {
-
 /// Reads KDX text, given as a list of lines, and reports what it finds to a subclass.
 ///
 /// Derive from it, override the callbacks that matter, and call parse():
@@ -112,16 +110,7 @@ protected:
     std::vector<std::pair<std::string, std::string>> objectStack;
 
 private:
-    // Converts without a copy of the text or the lines.
-    friend class KDXToStringMapMap;
-
-    struct WorkingText;
-
-    void parseText(std::string_view text);
-    void parseLines(const std::vector<std::string>& lines);
-    template <typename Lines>
-    void walk(Lines lines);
-    void report(std::string_view line, WorkingText& working);
+    class Reporter;
 
     std::vector<std::string> commands;
     std::size_t lineNumber = 0;

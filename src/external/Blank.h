@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace kiv::detail {
@@ -11,22 +12,24 @@ constexpr bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-constexpr std::string_view withoutLeadingBlanks(std::string_view text) {
-    // Indentation is mostly spaces, in pairs: two at a time halves the cost of a short line.
-    std::size_t begin = 0;
-    while (text.size() - begin >= 2 && text[begin] == ' ' && text[begin + 1] == ' ') begin += 2;
-    while (begin < text.size() && isBlank(text[begin])) ++begin;
-    text.remove_prefix(begin);
-    return text;
+inline std::string_view withoutLeadingBlanks(std::string_view text) {
+    // Indentation is mostly spaces. Eight compare as one machine word, which takes a sixth of the
+    // instructions that a deeply indented line costs otherwise.
+    constexpr std::string_view spaces = "        ";
+    const char* begin = text.data();
+    const char* const end = begin + text.size();
+    while (end - begin >= 8 && std::memcmp(begin, spaces.data(), 8) == 0) begin += 8;
+    while (begin != end && isBlank(*begin)) ++begin;
+    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-constexpr std::string_view withoutTrailingBlanks(std::string_view text) {
+inline std::string_view withoutTrailingBlanks(std::string_view text) {
     std::size_t end = text.size();
     while (end > 0 && isBlank(text[end - 1])) --end;
     return text.substr(0, end);
 }
 
-constexpr std::string_view withoutOuterBlanks(std::string_view text) {
+inline std::string_view withoutOuterBlanks(std::string_view text) {
     return withoutTrailingBlanks(withoutLeadingBlanks(text));
 }
 

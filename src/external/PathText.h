@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -26,33 +27,49 @@ inline bool operator!=(const PathComponent& a, const PathComponent& b) {
     return !(a == b);
 }
 
-/// Orders by type, then by name, byte-wise.
-inline int compare(const PathComponent& a, const PathComponent& b) {
-    const int order = a.type.compare(b.type);
-    return order != 0 ? order : a.name.compare(b.name);
-}
-
 /// Cuts path text into its components, from left to right.
 class PathCursor {
 public:
-    explicit PathCursor(std::string_view pathText) : rest(pathText) {}
+    /// Begins at `begin`, where a component starts or the text ends.
+    explicit PathCursor(std::string_view pathText, std::size_t begin = 0)
+        : text(pathText), end(begin) {}
 
-    bool atEnd() const { return rest.empty(); }
+    bool atEnd() const { return end == text.size(); }
+
+    /// The end of the last component in the text.
+    std::size_t position() const { return end; }
 
     /// The next component. There must be one.
     PathComponent next() {
-        if (rest.front() == '/') rest.remove_prefix(1);
-        const std::string_view text = rest.substr(0, rest.find('/'));
-        rest.remove_prefix(text.size());
-        const std::size_t typeEnd = std::min(text.find(':'), text.size());
-        const std::string_view type = text.substr(0, typeEnd);
-        const std::string_view name = text.substr(std::min(typeEnd + 1, text.size()));
+        const std::size_t begin = text[end] == '/' ? end + 1 : end;
+        end = std::min(text.find('/', begin), text.size());
+        const std::string_view component = text.substr(begin, end - begin);
+        const std::size_t typeEnd = std::min(component.find(':'), component.size());
+        const std::string_view type = component.substr(0, typeEnd);
+        const std::string_view name = component.substr(std::min(typeEnd + 1, component.size()));
         return {type, name.empty() ? type : name};
     }
 
 private:
-    std::string_view rest;
+    std::string_view text;
+    std::size_t end;
 };
+
+/// How many bytes two texts have in common at their beginnings.
+inline std::size_t commonLength(std::string_view a, std::string_view b) {
+    // Paths have long beginnings in common; eight bytes compare as one machine word.
+    const std::size_t limit = std::min(a.size(), b.size());
+    std::size_t length = 0;
+    while (limit - length >= 8 && std::memcmp(a.data() + length, b.data() + length, 8) == 0)
+        length += 8;
+    while (length < limit && a[length] == b[length]) ++length;
+    return length;
+}
+
+/// Orders path texts by component, in each by type, then by name, byte-wise; a path comes before
+/// the paths that begin with its components.
+/// @return less than, equal to or greater than 0.
+int comparePaths(std::string_view left, std::string_view right);
 
 /// Appends the path text of one component, in the form that the keys of a map have.
 inline void appendComponent(std::string& pathText, std::string_view type, std::string_view name) {

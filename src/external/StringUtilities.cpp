@@ -25,9 +25,8 @@ std::string removeWhitespace(const std::string& text) {
 }
 
 std::string simplifyWhitespace(const std::string& text) {
-    std::string result;
-    detail::assignSimplified(result, detail::withoutOuterBlanks(text));
-    return result;
+    std::string storage;
+    return std::string(detail::simplified(detail::withoutOuterBlanks(text), storage));
 }
 
 bool removeFromEnd(std::string& text, const std::string& suffix) {

@@ -7,13 +7,6 @@
 
 namespace kiv::detail {
 
-/// The same as `result.assign(text)`, in half the instructions: assign() allows for a text that
-/// lies in `result`.
-inline void assignDisjoint(std::string& result, std::string_view text) {
-    result.clear();
-    result.append(text);
-}
-
 /// Whether every blank is a lone space. `text` must have no outer blanks.
 inline bool hasSimpleWhitespace(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -23,21 +16,19 @@ inline bool hasSimpleWhitespace(std::string_view text) {
     return true;
 }
 
-/// Makes `result` the text with one space for each run of blanks, in the storage that `result` has.
-/// `text` must have no outer blanks and must not lie in `result`.
-inline void assignSimplified(std::string& result, std::string_view text) {
-    if (hasSimpleWhitespace(text)) {
-        assignDisjoint(result, text);
-        return;
-    }
-    result.clear();
+/// The text with one space for each run of blanks: the text itself where that is so already, else
+/// a view of `storage`. `text` must have no outer blanks and must not lie in `storage`.
+inline std::string_view simplified(std::string_view text, std::string& storage) {
+    if (hasSimpleWhitespace(text)) return text;
+    storage.clear();
     bool afterBlank = false;
     for (const char c : text) {
         const bool blank = isBlank(c);
-        if (!blank) result += c;
-        if (blank && !afterBlank) result += ' ';
+        if (!blank) storage += c;
+        if (blank && !afterBlank) storage += ' ';
         afterBlank = blank;
     }
+    return storage;
 }
 
 }  // namespace kiv::detail

@@ -1,5 +1,7 @@
 #include "parser/LineClassification.h"
 
+#include <utility>
+
 #include "external/Blank.h"
 #include "external/Whitespace.h"
 #include "parser/LineTrimming.h"
@@ -20,21 +22,31 @@ namespace kiv {
 namespace detail {
 namespace {
 
-/// The name characters that a text begins with, and the byte that ends them.
+/// The name characters that a text begins with.
 struct NameRun {
-    std::string_view name;
-    char stop;  // '\0' at the end of the text
+    std::size_t wordLength;  // up to the first space
+    std::size_t length;
+    char stop;  // the byte behind them, '\0' at the end of the text
 };
 
 /// The run at the beginning of the text, of which so many bytes are known to belong to it.
 NameRun nameRun(std::string_view text, std::size_t length) {
+    while (length < text.size() && isWordCharacter(text[length])) ++length;
+    const std::size_t wordLength = length;
     while (length < text.size() && isNameCharacter(text[length])) ++length;
-    return {text.substr(0, length), length < text.size() ? text[length] : '\0'};
+    return {wordLength, length, length < text.size() ? text[length] : '\0'};
+}
+
+/// The run without blanks that carry no meaning, in `storage` where it needs one.
+std::string_view nameOf(std::string_view text, const NameRun& run, std::string& storage) {
+    // One word, and a space behind it if any, is what most lines begin with.
+    if (run.length - run.wordLength <= 1) return text.substr(0, run.wordLength);
+    return simplified(withoutTrailingBlanks(text.substr(0, run.length)), storage);
 }
 
 /// The kind of a line, without leading blanks, that is neither an object nor a parameter. The
 /// comment begins behind the name characters at the earliest.
-MiniKDXParser::lineType classifyOther(std::string_view text, std::size_t nameLength) {
+LineType classifyOther(std::string_view text, std::size_t nameLength) {
     const std::string_view trimmed = trimLine(text, nameLength);
     if (trimmed.empty()) return MiniKDXParser::lineBlank;
     if (trimmed.front() == '!' || trimmed.front() == '$') return MiniKDXParser::lineVerbatim;
@@ -43,49 +55,45 @@ MiniKDXParser::lineType classifyOther(std::string_view text, std::size_t nameLen
     return MiniKDXParser::lineUnrecognised;
 }
 
-/// What stands behind the ':' or '=' of a line, without comment and outer blanks.
-std::string_view secondHalf(std::string_view text, std::size_t nameLength) {
-    return withoutOuterBlanks(withoutComment(text.substr(nameLength + 1), 0));
-}
-
 }  // namespace
 
 // A name holds no '#', so that what ends it decides before anything is known of a comment.
-MiniKDXParser::lineType classifyLine(std::string_view line, std::size_t nameLength) {
+LineType classifyLine(std::string_view line, std::size_t nameLength) {
     const std::string_view text = withoutLeadingBlanks(line);
-    const auto [name, stop] = nameRun(text, nameLength);
-    if (stop == ':') return MiniKDXParser::lineObject;
-    if (stop == '=') return MiniKDXParser::lineParameter;
-    return classifyOther(text, name.size());
+    const NameRun run = nameRun(text, nameLength);
+    if (run.stop == ':') return MiniKDXParser::lineObject;
+    if (run.stop == '=') return MiniKDXParser::lineParameter;
+    return classifyOther(text, run.length);
 }
 
-MiniKDXParser::lineType splitLine(std::string_view line, std::string& first, std::string& second) {
+LineType LineSplitter::split(std::string_view line) {
     const std::string_view text = withoutLeadingBlanks(line);
-    const auto [name, stop] = nameRun(text, 0);
-    if (stop == ':') {
-        assignSimplified(first, withoutTrailingBlanks(name));
-        assignSimplified(second, secondHalf(text, name.size()));
-        return MiniKDXParser::lineObject;
+    const NameRun run = nameRun(text, 0);
+    if (run.stop != ':' && run.stop != '=') {
+        const LineType kind = classifyOther(text, run.length);
+        const bool known = kind != MiniKDXParser::lineUnrecognised;
+        firstHalf = known ? std::string_view() : trimLine(text).substr(0, run.length);
+        secondHalf = {};
+        return kind;
     }
-    if (stop == '=') {
-        assignSimplified(first, withoutTrailingBlanks(name));
-        assignDisjoint(second, secondHalf(text, name.size()));
-        return MiniKDXParser::lineParameter;
-    }
-    first.clear();
-    second.clear();
-    const MiniKDXParser::lineType kind = classifyOther(text, name.size());
-    if (kind == MiniKDXParser::lineUnrecognised)
-        assignDisjoint(first, trimLine(text).substr(0, name.size()));
-    return kind;
+    firstHalf = nameOf(text, run, simplifiedFirst);
+    secondHalf = withoutOuterBlanks(withoutComment(text.substr(run.length + 1), 0));
+    if (run.stop == '=') return MiniKDXParser::lineParameter;
+    secondHalf = simplified(secondHalf, simplifiedSecond);
+    return MiniKDXParser::lineObject;
 }
 
 }  // namespace detail
 
 MiniKDXParser::lineType MiniKDXParser::determineLineType(const std::string& line,
                                                          std::string& first, std::string& second) {
-    if (&line != &first && &line != &second) return detail::splitLine(line, first, second);
-    return detail::splitLine(std::string(line), first, second);
+    detail::LineSplitter splitter;
+    const lineType kind = splitter.split(line);
+    // The halves are views of the line, which the caller may use as one of the outputs.
+    std::string secondHalf(splitter.second());
+    first = std::string(splitter.first());
+    second = std::move(secondHalf);
+    return kind;
 }
 
 MiniKDXParser::lineType MiniKDXParser::determineLineType(const std::string& line) {

@@ -8,7 +8,7 @@
 
 namespace kiv::detail {
 
-/// The physical lines of a text, cut at line feeds. A line feed at the very end starts no further
+/// The physical lines of a text, ended by line feeds. A line feed at the very end starts no further
 /// line.
 class TextLines {
 public:

@@ -4,6 +4,8 @@
 #include <iterator>
 
 #include "external/PathText.h"
+#include "parser/PhysicalLines.h"
+#include "parser/Walk.h"
 
 namespace kiv {
 namespace {
@@ -49,14 +51,37 @@ KDXToStringMapMap::KDXToStringMapMap(const std::vector<std::string>& lines, Stri
 KDXToStringMapMap::KDXToStringMapMap(const KDXToStringMapMap&) = default;
 KDXToStringMapMap::~KDXToStringMapMap() = default;
 
-void KDXToStringMapMap::convert(const std::string& text, StringMapMap& outputMap,
-                                const std::set<std::string>& typeFilter, bool excludeTypes) {
-    KDXToStringMapMap(outputMap, typeFilter, excludeTypes).parseText(text);
+/// Takes what a walk finds without the copies that the callbacks of a parser need.
+class KDXToStringMapMap::Converter {
+public:
+    Converter(StringMapMap& map, const std::set<std::string>& types, bool exclude)
+        : target(map, types, exclude) {}
+
+    template <typename Lines>
+    void convert(const Lines& lines) {
+        std::size_t lineNumber = 0;
+        detail::walk(lines, *this, lineNumber);
+    }
+
+    void newObject(std::string_view type, std::string_view name) { target.openObject(type, name); }
+    void newParameter(std::string_view name, std::string_view value) {
+        target.addParameter(name, value);
+    }
+    void endObject() { target.closeObject(); }
+    void newAction(std::string_view /*line*/) {}
+
+private:
+    KDXToStringMapMap target;
+};
+
+void KDXToStringMapMap::convert(const std::string& text, StringMapMap& map,
+                                const std::set<std::string>& types, bool exclude) {
+    Converter(map, types, exclude).convert(detail::TextLines(text));
 }
 
-void KDXToStringMapMap::convert(const std::vector<std::string>& lines, StringMapMap& outputMap,
-                                const std::set<std::string>& typeFilter, bool excludeTypes) {
-    KDXToStringMapMap(outputMap, typeFilter, excludeTypes).parseLines(lines);
+void KDXToStringMapMap::convert(const std::vector<std::string>& lines, StringMapMap& map,
+                                const std::set<std::string>& types, bool exclude) {
+    Converter(map, types, exclude).convert(detail::ListedLines(lines));
 }
 
 const std::set<std::string>& KDXToStringMapMap::noTypeFilter() {
@@ -64,13 +89,25 @@ const std::set<std::string>& KDXToStringMapMap::noTypeFilter() {
     return everyType;
 }
 
-bool KDXToStringMapMap::isLeftOut(const std::string& type) const {
+void KDXToStringMapMap::newObject(const std::string& type, const std::string& name) {
+    openObject(type, name);
+}
+
+void KDXToStringMapMap::newParameter(const std::string& name, const std::string& value) {
+    addParameter(name, value);
+}
+
+void KDXToStringMapMap::endObject() {
+    closeObject();
+}
+
+bool KDXToStringMapMap::isLeftOut(std::string_view type) const {
     if (typeFilter.empty()) return false;
-    const bool listed = typeFilter.count(type) != 0;
+    const bool listed = typeFilter.count(std::string(type)) != 0;
     return listed == excludeTypes;
 }
 
-void KDXToStringMapMap::newObject(const std::string& type, const std::string& name) {
+void KDXToStringMapMap::openObject(std::string_view type, std::string_view name) {
     if (skipDepth != 0) {
         ++skipDepth;
         return;
@@ -85,14 +122,14 @@ void KDXToStringMapMap::newObject(const std::string& type, const std::string& na
     pathStack.push_back({currentEntry, path.size()});
 }
 
-void KDXToStringMapMap::newParameter(const std::string& name, const std::string& value) {
+void KDXToStringMapMap::addParameter(std::string_view name, std::string_view value) {
     if (skipDepth != 0) return;
     if (pathStack.empty()) throw Except(kParameterOutside);
     auto& parameters = currentEntry->second;
-    parameters.try_emplace(parameters.end(), name, value);
+    parameters.emplace_hint(parameters.end(), name, value);
 }
 
-void KDXToStringMapMap::endObject() {
+void KDXToStringMapMap::closeObject() {
     if (skipDepth != 0) {
         --skipDepth;
         return;

@@ -15,7 +15,7 @@ std::vector<std::pair<KDXLineType, std::string>> extractActionOrStateFromKDX(
     detail::LogicalLine logicalLine;
     const auto next = [&lines](std::string_view& line) { return lines.next(line); };
     std::string_view line;
-    while (lines.next(line)) {
+    while (next(line)) {
         // Unlike the parser, this looks at a line's very last byte only: a backslash that blanks
         // follow does not continue it.
         const std::string_view trimmed = detail::trimLine(logicalLine.join(line, next));
