@@ -1,0 +1,69 @@
+#!/bin/sh
+# Installs with apt-get what this machine lacks, and nothing where it lacks nothing.
+#
+#   scripts/install-deps.sh          what building and testing need
+#   scripts/install-deps.sh check    that, and what .ci/run needs besides
+set -eu
+
+packages="g++ cmake ninja-build pkg-config python3 \
+    libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libdtl-dev"
+case "${1-}" in
+    '') ;;
+    check) packages="$packages clang clang-tidy clang-format gcovr" ;;
+    *) echo "usage: $0 [check]" >&2; exit 2 ;;
+esac
+
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+
+fail() {
+    echo "$0: $*" >&2
+    exit 1
+}
+
+isInstalled() {
+    dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
+}
+
+missing() {
+    for package in "$@"; do
+        isInstalled "$package" || printf '%s ' "$package"
+    done
+}
+
+asRoot() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+aptGet() {
+    asRoot env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o DPkg::Lock::Timeout=300 "$@" \
+        >"$log" 2>&1 </dev/null && return
+    cat "$log" >&2
+    fail "apt-get $1 failed"
+}
+
+# Clang's sanitizer and fuzzing runtime is a package of its own, named after clang's version.
+clangRuntime() {
+    version=$(dpkg-query -W -f '${Version}' clang | sed 's/^[0-9]*://; s/[^0-9].*//')
+    runtime="libclang-rt-$version-dev"
+    if apt-cache show "$runtime" >/dev/null 2>&1; then echo "$runtime"; fi
+}
+
+install() {
+    wanted=$(missing "$@")
+    [ -n "$wanted" ] || return 0
+    command -v apt-get >/dev/null || fail "please install what corresponds to: $wanted"
+    [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null ||
+        fail "please run as root, or install: $wanted"
+    echo "Installing ${wanted% }"
+    aptGet update
+    # shellcheck disable=SC2086  # a list of words
+    aptGet install --no-install-recommends $wanted
+}
+
+# shellcheck disable=SC2086  # a list of words
+install $packages
+if [ "${1-}" = check ]; then
+    # shellcheck disable=SC2046  # one word or none
+    install $(clangRuntime)
+fi
