@@ -1,0 +1,10 @@
+# Holds that the README shows the first example as it is: its input, its program, its output.
+file(READ README.md readme)
+foreach(block kdx/examples/sample.kdx cpp/examples/read_map.cpp text/examples/expected/read_map.txt)
+    string(REGEX MATCH "^([a-z]+)/(.*)$" block "${block}")
+    file(READ ${CMAKE_MATCH_2} text)
+    string(FIND "${readme}" "```${CMAKE_MATCH_1}\n${text}```\n" position)
+    if(position EQUAL -1)
+        message(SEND_ERROR "README.md has no ${CMAKE_MATCH_1} block that is ${CMAKE_MATCH_2}")
+    endif()
+endforeach()
