@@ -37,7 +37,7 @@ json.dump(objects, open(file, "w"))' "$@"
 }
 
 scripts/install-deps.sh
-echo "1. Build the library and kdx"
+echo "1. Build the library and kdx, which may take a minute"
 quietly cmake --preset release
 quietly cmake --build --preset release --parallel "$(nproc)"
 kdx=build/release/cli/kdx
