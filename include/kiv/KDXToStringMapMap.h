@@ -92,7 +92,7 @@ private:
     // An object that is open and taken.
     struct OpenObject {
         Entry entry;
-        std::size_t pathLength;
+        std::size_t pathLength = 0;
     };
 
     KDXToStringMapMap(StringMapMap& map, const std::set<std::string>& types, bool exclude);

@@ -12,7 +12,7 @@ constexpr std::array<bool, 256> kWordCharacters = [] {
     for (std::size_t c = '0'; c <= '9'; ++c) table[c] = true;
     for (std::size_t c = 'A'; c <= 'Z'; ++c) table[c] = true;
     for (std::size_t c = 'a'; c <= 'z'; ++c) table[c] = true;
-    for (const char c : {'&', '.', '_'}) table[static_cast<std::size_t>(c)] = true;
+    for (const char c : {'&', '.', '_'}) table[static_cast<unsigned char>(c)] = true;
     return table;
 }();
 

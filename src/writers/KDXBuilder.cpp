@@ -29,9 +29,9 @@ const std::string replaceMark = "&replace ";
 
 std::string numberText(double value) {
     std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
-                                   kSignificantDigits)
-                         .ptr;
+    char* const end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
+                                    kSignificantDigits)
+                          .ptr;
     return {buffer.begin(), end};
 }
 
