@@ -8,7 +8,7 @@ add_test(NAME exports
     COMMAND ${CMAKE_COMMAND} -D NM=${CMAKE_NM} -D LIBRARY=$<TARGET_FILE:KIVKDXParseUtilities>
         -P ${PROJECT_SOURCE_DIR}/cmake/CheckExports.cmake)
 
-# A project outside this tree, tests/consumer, gets at the library in each of three ways. It is
+# A project outside this tree, tests/consumer, gets at the library in each of four ways. It is
 # installed for one prefix and moved to another, so that nothing may know where it lies.
 set(consumerDir ${PROJECT_BINARY_DIR}/consumer)
 set(installedPrefix ${consumerDir}/installed/opt/kiv)
@@ -35,6 +35,7 @@ endfunction()
 
 kiv_add_consumer(find_package -D CMAKE_PREFIX_PATH=${installedPrefix})
 kiv_add_consumer(add_subdirectory -D KIV_SOURCE_DIR=${PROJECT_SOURCE_DIR})
+kiv_add_consumer(own_external -D KIV_SOURCE_DIR=${PROJECT_SOURCE_DIR})
 kiv_add_consumer(pkg_config)
 set_tests_properties(consumer.pkg_config PROPERTIES
     ENVIRONMENT PKG_CONFIG_PATH=${installedPrefix}/${CMAKE_INSTALL_LIBDIR}/pkgconfig)
