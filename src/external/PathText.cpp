@@ -15,7 +15,10 @@ int compareComponents(const PathComponent& left, const PathComponent& right) {
 }  // namespace
 
 int comparePaths(std::string_view left, std::string_view right) {
-    const std::size_t same = commonLength(left, right);
+    return comparePaths(left, right, commonLength(left, right));
+}
+
+int comparePaths(std::string_view left, std::string_view right, std::size_t same) {
     const bool bothGoOn = same < left.size() && same < right.size();
     // Two letters of a type or of a name decide, which saves cutting out the components.
     if (bothGoOn && !isSeparator(left[same]) && !isSeparator(right[same]))

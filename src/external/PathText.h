@@ -71,6 +71,9 @@ inline std::size_t commonLength(std::string_view a, std::string_view b) {
 /// @return less than, equal to or greater than 0.
 int comparePaths(std::string_view left, std::string_view right);
 
+/// The same for paths whose commonLength() is known.
+int comparePaths(std::string_view left, std::string_view right, std::size_t same);
+
 /// Appends the path text of one component, in the form that the keys of a map have.
 inline void appendComponent(std::string& pathText, std::string_view type, std::string_view name) {
     pathText.append(1, '/').append(type);

@@ -1,6 +1,7 @@
 #include <kiv/StringMapMapToKDX.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <stdexcept>
@@ -17,36 +18,57 @@ using detail::PathCursor;
 
 constexpr std::string_view kReplaceMark = "&replace ";
 
-/// Writes into storage that is large enough.
+/// Appends to a string through a buffer, which takes half the time of appending every piece to the
+/// string itself.
 class Text {
 public:
-    explicit Text(char* begin) : position(begin) {}
+    explicit Text(std::string& target) : text(target) {}
 
     void append(std::string_view piece) {
-        if (!piece.empty()) std::memcpy(position, piece.data(), piece.size());
-        position += piece.size();
+        if (piece.size() > buffer.size() - used) return appendLarge(piece);
+        std::memcpy(buffer.data() + used, piece.data(), piece.size());
+        used += piece.size();
     }
-    void append(std::size_t count, char c) {
-        std::memset(position, c, count);
-        position += count;
+    void appendBlanks(std::size_t count) {
+        constexpr std::size_t usual = 16;
+        if (count > usual) return appendManyBlanks(count);
+        if (buffer.size() - used < usual) flush();
+        std::memset(buffer.data() + used, ' ', usual);  // a fixed number: no call, no branch
+        used += count;
+    }
+    void flush() {
+        text.append(buffer.data(), used);
+        used = 0;
     }
 
 private:
-    char* position;
+    void appendLarge(std::string_view piece) {
+        flush();
+        text.append(piece);
+    }
+    void appendManyBlanks(std::size_t count) {
+        flush();
+        text.append(count, ' ');
+    }
+
+    std::string& text;
+    std::size_t used = 0;
+    std::array<char, 4096> buffer;
 };
 
 /// What stands in for a Text to learn how much storage it needs.
 class Length {
 public:
     void append(std::string_view piece) { length += piece.size(); }
-    void append(std::size_t count, char /*c*/) { length += count; }
+    void appendBlanks(std::size_t count) { length += count; }
     std::size_t bytes() const { return length; }
 
 private:
     std::size_t length = 0;
 };
 
-/// Writes objects, which must come in path order.
+/// Writes objects, which should come in path order: an object that others were put between is
+/// opened twice.
 template <typename Output>
 class Writer {
 public:
@@ -59,9 +81,10 @@ public:
           commentEnds(format.commentEnds),
           markPending(!pathToMark.empty()) {}
 
-    void write(const StringMapMap::value_type& object) {
+    /// Writes an object whose path has so many bytes in common with the one before.
+    void write(const StringMapMap::value_type& object, std::size_t shared) {
         const std::string_view path = object.first;
-        std::size_t depth = sharedDepth(path);
+        std::size_t depth = sharedDepth(path, shared);
         PathCursor cursor(path, depth == 0 ? 0 : open[depth - 1].end);
         // Components may be the same without being written alike: "/A" and "/A:A".
         PathCursor behind = cursor;
@@ -69,7 +92,6 @@ public:
             open[depth++].end = cursor.position();
             behind = cursor;
         }
-        previousPath = path;
         const bool samePath = behind.atEnd() && depth == open.size();
         if (samePath && depth != 0) return;
 
@@ -98,8 +120,7 @@ private:
     };
 
     /// How many components the path begins with that the previous path has, too, letter by letter.
-    std::size_t sharedDepth(std::string_view path) const {
-        const std::size_t shared = detail::commonLength(previousPath, path);
+    std::size_t sharedDepth(std::string_view path, std::size_t shared) const {
         std::size_t depth = open.size();
         while (depth > 0 && !endsWithin(path, open[depth - 1].end, shared)) --depth;
         return depth;
@@ -156,7 +177,7 @@ private:
         if (object.name != object.type) out.append(object.name);
     }
 
-    void writeIndent() { out.append(open.size() * indentWidth, ' '); }
+    void writeIndent() { out.appendBlanks(open.size() * indentWidth); }
 
     Output& out;
     const std::string& replacePath;
@@ -166,77 +187,106 @@ private:
     bool commentEnds;
     bool markPending;
     std::string openPath;  // of the object to open, kept up while the mark is pending
-    std::string_view previousPath;
     std::vector<OpenObject> open;
 };
 
-using Objects = std::vector<const StringMapMap::value_type*>;
+/// Objects to be written, and the bounds of the sorted runs in the list.
+struct Objects {
+    std::vector<const StringMapMap::value_type*> list;
+    std::vector<std::size_t> runs;
+};
 
 bool comesBefore(const StringMapMap::value_type* left, const StringMapMap::value_type* right) {
     return detail::comparePaths(left->first, right->first) < 0;
 }
 
-/// Merges two neighbouring sorted runs. What already stands in its place is left alone.
-void mergeRuns(Objects::iterator begin, Objects::iterator middle, Objects::iterator end) {
+/// The objects in the order of the map. On the way, which touches every parameter, they are
+/// measured.
+Objects collect(const StringMapMap& map, Writer<Length>& measure) {
+    Objects objects{{}, {0}};
+    objects.list.reserve(map.size());
+    std::string_view previous;
+    for (const auto& object : map) {
+        const std::string_view path = object.first;
+        const std::size_t shared = detail::commonLength(previous, path);
+        if (detail::comparePaths(path, previous, shared) < 0)
+            objects.runs.push_back(objects.list.size());
+        objects.list.push_back(&object);
+        measure.write(object, shared);
+        previous = path;
+    }
+    measure.closeDownTo(0);
+    objects.runs.push_back(objects.list.size());
+    return objects;
+}
+
+/// Merges the sorted runs [begin, middle) and [middle, end). What already stands in its place is
+/// left alone.
+template <typename Iterator>
+void mergeRuns(Iterator begin, Iterator middle, Iterator end) {
     begin = std::upper_bound(begin, middle, *middle, comesBefore);
     end = std::lower_bound(middle, end, *std::prev(middle), comesBefore);
     std::inplace_merge(begin, middle, end, comesBefore);
 }
 
-/// A stable merge sort that starts from the sorted runs it finds. Byte order is nearly path order:
-/// few objects are out of place, and not by far, which std::stable_sort cannot make use of.
+/// A stable merge sort of the runs. Byte order is nearly path order: few objects are out of place,
+/// and not by far, which std::stable_sort cannot make use of.
 void sortByPath(Objects& objects) {
-    std::vector<Objects::iterator> bounds = {objects.begin()};
-    while (bounds.back() != objects.end())
-        bounds.push_back(std::is_sorted_until(bounds.back(), objects.end(), comesBefore));
-    while (bounds.size() > 2) {
+    const auto at = [&objects](std::size_t index) {
+        return objects.list.begin() + static_cast<std::ptrdiff_t>(index);
+    };
+    std::vector<std::size_t>& runs = objects.runs;
+    while (runs.size() > 2) {
         std::size_t kept = 1;
-        for (std::size_t i = 2; i < bounds.size(); i += 2) {
-            mergeRuns(bounds[i - 2], bounds[i - 1], bounds[i]);
-            bounds[kept++] = bounds[i];
+        for (std::size_t i = 2; i < runs.size(); i += 2) {
+            mergeRuns(at(runs[i - 2]), at(runs[i - 1]), at(runs[i]));
+            runs[kept++] = runs[i];
         }
-        if (bounds.size() % 2 == 0) bounds[kept++] = bounds.back();
-        bounds.resize(kept);
+        if (runs.size() % 2 == 0) runs[kept++] = runs.back();
+        runs.resize(kept);
     }
 }
 
-template <typename Output>
-void writeAll(const Objects& objects, Output& out, const std::string& replacePath,
-              const StringMapMapToKDX::Format& format) {
-    Writer<Output> writer(out, replacePath, format);
-    for (const auto* object : objects) writer.write(*object);
-    writer.closeDownTo(0);
-}
-
-/// Measures the text first, so that it is written in place, into storage of the right size.
-void appendObjects(std::string& out, const std::string& replacePath, const Objects& objects,
+/// Appends the text of all objects of the map.
+///
+/// Storage for it is measured on the way through the map. That is of the right size where the map
+/// is in path order, and else a little too large: an object that others were put between was
+/// measured twice.
+void appendObjects(std::string& out, const std::string& replacePath, const StringMapMap& map,
                    const StringMapMapToKDX::Format& format) {
     Length length;
-    writeAll(objects, length, replacePath, format);
-    const std::size_t lengthBefore = out.size();
-    out.resize(lengthBefore + length.bytes());
-    Text text(out.data() + lengthBefore);
-    writeAll(objects, text, replacePath, format);
+    Writer<Length> measure(length, replacePath, format);
+    Objects objects = collect(map, measure);
+    sortByPath(objects);
+
+    out.reserve(out.size() + length.bytes());
+    Text text(out);
+    Writer<Text> writer(text, replacePath, format);
+    std::string_view previous;
+    for (const auto* object : objects.list) {
+        writer.write(*object, detail::commonLength(previous, object->first));
+        previous = object->first;
+    }
+    writer.closeDownTo(0);
+    text.flush();
 }
 
 /// With a negative width, all that can be written is what stands in front of the first object: the
 /// parameters of the empty path.
-void refuseIndentation(std::string& out, const Objects& objects,
+void refuseIndentation(std::string& out, const StringMapMap& map,
                        const StringMapMapToKDX::Format& format) {
-    if (objects.empty()) return;
-    if (objects.front()->first.empty()) appendObjects(out, "", {objects.front()}, format);
-    if (objects.back()->first.empty()) return;
-    throw std::length_error("StringMapMapToKDX: the indentation width must not be negative");
+    StringMapMap withoutObject;
+    const auto emptyPath = map.find("");
+    if (emptyPath != map.end()) withoutObject.insert(*emptyPath);
+    appendObjects(out, "", withoutObject, format);
+    if (map.size() > withoutObject.size())
+        throw std::length_error("StringMapMapToKDX: the indentation width must not be negative");
 }
 
 void convertTo(std::string& out, const std::string& replacePath, const StringMapMap& map,
                const StringMapMapToKDX::Format& format) {
-    Objects objects;
-    objects.reserve(map.size());
-    for (const auto& object : map) objects.push_back(&object);
-    sortByPath(objects);
-    if (format.indentWidth < 0) return refuseIndentation(out, objects, format);
-    appendObjects(out, replacePath, objects, format);
+    if (format.indentWidth < 0) return refuseIndentation(out, map, format);
+    appendObjects(out, replacePath, map, format);
 }
 
 }  // namespace
