@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+#include <kiv/KDXToStringMapMap.h>
+#include <kiv/StringMapMapToKDX.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "support/Text.h"
+
+using kiv::StringMapMap;
+using kiv::StringMapMapToKDX;
+using Format = StringMapMapToKDX::Format;
+
+namespace {
+
+/// What convert() appends, having seen that the constructor appends the same.
+std::string textOf(const std::string& replacePath, const StringMapMap& map,
+                   const Format& format = Format()) {
+    std::string text;
+    StringMapMapToKDX::convert(replacePath, map, text, format);
+    std::string constructed;
+    StringMapMapToKDX(replacePath, map, constructed, format);
+    EXPECT_EQ(constructed, text);
+    return text;
+}
+
+const StringMapMap kSample = {
+    {"/Sample:s1", {{"gain", "10"}, {"mode", "fast"}}},
+    {"/Sample:s1/Channel:A", {{"offset", "0.5"}}},
+    {"/Sample:s1/Channel:A/Filter", {{"order", "2"}}},
+};
+
+struct Row {
+    StringMapMap map;
+    const char* text;
+};
+const Format kPlain(1, false, false);
+const std::vector<Row> kRows = {
+    {{}, ""},
+    {{{"/A", {}}}, "A:\nEND\n"},
+    {{{"/S:s1/C:A", {{"p", "1"}}}, {"/S:s1/C:B", {}}},
+     "S:s1\n C:A\n  p=1\n END\n C:B\n END\nEND\n"},
+    // Byte order of the keys would put the last two between /A and /A/B.
+    {{{"/A", {{"p", "1"}}}, {"/A/B", {}}, {"/A.x", {}}, {"/A 1", {}}},
+     "A:\n p=1\n B:\n END\nEND\nA 1:\nEND\nA.x:\nEND\n"},
+    {{{"/A:x/B", {}}, {"/A:x.y", {}}, {"/A:x", {{"p", "1"}}}, {"/A:A/B", {}}},
+     "A:\n B:\n END\nEND\nA:x\n p=1\n B:\n END\nEND\nA:x.y\nEND\n"},
+    // From one depth to another.
+    {{{"/A/B/C", {{"p", "1"}}}, {"/A/D", {}}, {"/E/F", {}}},
+     "A:\n B:\n  C:\n   p=1\n  END\n END\n D:\n END\nEND\nE:\n F:\n END\nEND\n"},
+    {{{"/A/B", {}}, {"/B/B", {}}}, "A:\n B:\n END\nEND\nB:\n B:\n END\nEND\n"},
+    {{{"/A:x/B", {}}, {"/A:y/B", {}}}, "A:x\n B:\n END\nEND\nA:y\n B:\n END\nEND\n"},
+    // The same path twice: the first in byte order is written, without the other's parameters.
+    {{{"/A", {{"p", "1"}}}, {"/A:A", {{"p", "2"}, {"q", "3"}}}}, "A:\n p=1\nEND\n"},
+    {{{"/A:", {{"p", "1"}}}, {"/A:A", {{"q", "2"}}}, {"A", {{"r", "3"}}}}, "A:\n p=1\nEND\n"},
+    {{{"/A:A/B", {{"p", "1"}}}, {"/A/C", {{"q", "2"}}}},
+     "A:\n B:\n  p=1\n END\n C:\n  q=2\n END\nEND\n"},
+    // Other keys than a reader makes.
+    {{{"A:x/B", {{"p", "1"}}}}, "A:x\n B:\n  p=1\n END\nEND\n"},
+    {{{"", {{"p", "1"}}}, {"/A", {}}}, "p=1\nA:\nEND\n"},
+    {{{"/", {{"p", "1"}}}, {"//:n", {}}}, ":\n p=1\n :n\n END\nEND\n"},
+    {{{"/A", {{"", ""}, {"p", "1\n2"}, {" q ", " 3 "}}}}, "A:\n =\n  q = 3 \n p=1\n2\nEND\n"},
+};
+
+struct MarkRow {
+    const char* replacePath;
+    StringMapMap map;
+    const char* text;
+};
+const std::vector<MarkRow> kMarks = {
+    {"/S:s1", {{"/S:s1/C:A", {}}}, "&replace S:s1\n C:A\n END\nEND\n"},
+    {"/S:s1/C:A", {{"/S:s1/C:A", {}}}, "S:s1\n&replace  C:A\n END\nEND\n"},
+    {"/A/C",
+     {{"/A", {}}, {"/A/B", {}}, {"/A/C/D", {}}},
+     "A:\n B:\n END\n&replace  C:\n  D:\n  END\n END\nEND\n"},
+    {"/A/B", {{"/A:A/B:B", {}}}, "A:\n&replace  B:\n END\nEND\n"},
+    {"/B", {{"/A/B", {}}, {"/B", {}}}, "A:\n B:\n END\nEND\n&replace B:\nEND\n"},
+    {"/A/B", {{"A/B", {{"p", "1"}}}}, "A:\n&replace  B:\n  p=1\n END\nEND\n"},
+};
+
+}  // namespace
+
+TEST(StringMapMapToKDX, writesTheWorkedExample) {
+    EXPECT_EQ(textOf("", kSample), readData("written.kdx"));
+    EXPECT_EQ(textOf("/Sample:s1/Channel:A", kSample), readData("marked.kdx"));
+    EXPECT_EQ(textOf("", kSample, Format(4, false, false)), readData("compact.kdx"));
+    StringMapMap map;
+    kiv::KDXToStringMapMap::convert(readData("written.kdx"), map);
+    EXPECT_EQ(map, kSample);
+}
+
+TEST(StringMapMapToKDX, writesObjectsInPathOrder) {
+    for (const Row& row : kRows) {
+        EXPECT_EQ(textOf("", row.map, kPlain), row.text);
+        std::string text = "# before";
+        StringMapMapToKDX::convert(row.map, text, kPlain);
+        StringMapMapToKDX(row.map, text, kPlain);
+        EXPECT_EQ(text, std::string("# before") + row.text + row.text);
+    }
+}
+
+TEST(StringMapMapToKDX, marksOneObjectInFrontOfItsIndentation) {
+    for (const MarkRow& row : kMarks)
+        EXPECT_EQ(textOf(row.replacePath, row.map, kPlain), row.text) << row.replacePath;
+    for (const char* path : {"/", "/Sample:s1/", "Sample:s1", "/Sample", "/sample:s1", "/Channel:A",
+                             "/Sample:s1/Channel:A/Filter:Filter", "/Sample:s1/Channel"})
+        EXPECT_EQ(textOf(path, kSample), textOf("", kSample)) << path;
+}
+
+TEST(StringMapMapToKDX, formatsAsAsked) {
+    const StringMapMap map = {{"/A/B:b", {{"p", "1"}}}};
+    EXPECT_EQ(textOf("", map, {0, true, false}), "A: \nB: b\np = 1\nEND\nEND\n");
+    EXPECT_EQ(textOf("", map, {0, false, true}), "A:\nB:b\np=1\nEND # B:b\nEND # A:\n");
+    EXPECT_EQ(textOf("", map, {3, true, true}),
+              "A: \n   B: b\n      p = 1\n   END # B:b\nEND # A:\n");
+    Format format;
+    format = Format(4, false, false);
+    EXPECT_TRUE(format.indentWidth == 4 && !format.spaceSeparators && !format.commentEnds);
+    format = Format();
+    EXPECT_TRUE(format.indentWidth == 2 && format.spaceSeparators && format.commentEnds);
+}
+
+TEST(StringMapMapToKDX, refusesANegativeIndentationAtTheFirstObject) {
+    const Format format(-1, true, true);
+    EXPECT_EQ(textOf("", {}, format), "");
+    std::string text = "x";
+    EXPECT_THROW(StringMapMapToKDX::convert("/A", {{"/A", {}}}, text, format), std::length_error);
+    EXPECT_EQ(text, "x");
+    EXPECT_THROW(StringMapMapToKDX({{"", {{"p", "1"}}}, {"/A", {}}}, text, format),
+                 std::length_error);
+    EXPECT_EQ(text, "xp = 1\n");
+}
