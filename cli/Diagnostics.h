@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "LogicalLines.h"
+#include "Settings.h"
+
+namespace kdx {
+
+enum class Severity { error, warning, note };
+
+/// Something to tell the user about one place of one file.
+struct Problem {
+    Severity severity = Severity::error;
+    const char* rule = "";  ///< a short fixed name, for programs that read the diagnostics
+    Place place;
+    std::string text;
+};
+
+/// Appends a problem to `out` as the settings ask: for people
+///
+///     FILE:LINE:COLUMN: error: TEXT
+///     the line
+///         ^
+///
+/// or as one JSON object on a line. Without a line, the place is FILE alone.
+void appendProblem(std::string& out, std::string_view file, const Problem& problem,
+                   const Settings& settings);
+
+/// The same for trouble with a file as a whole.
+void appendTrouble(std::string& out, std::string_view file, std::string_view text,
+                   const Settings& settings);
+
+/// Text from a file, fit for a message on a terminal: control characters made visible, a long text
+/// cut.
+std::string shown(std::string_view text);
+
+/// "1 file", "2 files".
+std::string counted(std::size_t count, std::string_view noun);
+
+}  // namespace kdx

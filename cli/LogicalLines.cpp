@@ -1,0 +1,74 @@
+#include "LogicalLines.h"
+
+#include <algorithm>
+
+#include "Blank.h"
+
+// A physical line is continued by the next one when it ends in a backslash. On the first physical
+// line of a logical line, blanks may follow that backslash if one of the backslashes in the line
+// has a space right behind it.
+
+namespace kdx {
+namespace {
+
+bool isContinued(std::string_view line) {
+    return !line.empty() && line.back() == '\\';
+}
+
+std::string_view shareOfFirst(std::string_view line) {
+    const std::string_view trimmed = withoutTrailingBlanks(line);
+    if (!isContinued(trimmed)) return line;
+    if (line.find("\\ ") == std::string_view::npos) return line;
+    return withoutLeadingBlanks(trimmed);
+}
+
+}  // namespace
+
+bool LogicalLines::takeLine(std::string_view& line) {
+    if (rest.empty()) return false;
+    line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    ++lineCount;
+    return true;
+}
+
+/// Appends the share without its final backslash. @return whether there was one.
+bool LogicalLines::append(std::string_view line, std::string_view share) {
+    const auto skipped = static_cast<std::size_t>(share.data() - line.data());
+    joinedPieces.push_back({joined.size(), skipped, lineCount, line});
+    const bool continued = isContinued(share);
+    joined.append(share.substr(0, share.size() - (continued ? 1 : 0)));
+    return continued;
+}
+
+bool LogicalLines::next() {
+    std::string_view line;
+    if (!takeLine(line)) return false;
+    joined.clear();
+    joinedPieces.clear();
+    bool continued = append(line, shareOfFirst(line));
+    while (continued && takeLine(line)) continued = append(line, withoutLeadingBlanks(line));
+    return true;
+}
+
+const Piece& LogicalLines::pieceAt(std::size_t offset) const {
+    const auto behind =
+        std::upper_bound(joinedPieces.begin() + 1, joinedPieces.end(), offset,
+                         [](std::size_t o, const Piece& piece) { return o < piece.begin; });
+    return *(behind - 1);
+}
+
+Place LogicalLines::placeOf(std::size_t offset) const {
+    const Piece& piece = pieceAt(offset);
+    return {piece.line, offset - piece.begin + piece.skipped + 1, piece.lineText};
+}
+
+std::size_t findComment(std::string_view logicalLine) {
+    const std::string_view text = withoutLeadingBlanks(logicalLine);
+    if (!text.empty() && text.front() == '!') return std::string_view::npos;
+    const std::size_t hash = logicalLine.find('#');
+    if (hash == std::string_view::npos || hash == 0) return hash;
+    return logicalLine[hash - 1] == '\\' ? std::string_view::npos : hash;
+}
+
+}  // namespace kdx

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kdx {
+
+/// Where a byte stands, for a message.
+struct Place {
+    std::size_t line = 0;       ///< counted from 1; 0 means the file as a whole
+    std::size_t column = 0;     ///< in bytes, counted from 1
+    std::string_view lineText;  ///< the whole physical line
+};
+
+/// A physical line's share of a logical line.
+struct Piece {
+    std::size_t begin = 0;      ///< in the logical line
+    std::size_t skipped = 0;    ///< bytes of the physical line in front of the share
+    std::size_t line = 0;       ///< counted from 1
+    std::string_view lineText;  ///< the whole physical line, without line feed
+};
+
+/// Cuts a text into logical lines as the library's parser does, and remembers where each of their
+/// bytes comes from, which the parser does not tell. The text must outlive it.
+class LogicalLines {
+public:
+    explicit LogicalLines(std::string_view text) : rest(text) {}
+
+    /// Goes on to the next logical line. @return false when there is none.
+    bool next();
+
+    /// The logical line, until next() is called again.
+    const std::string& text() const { return joined; }
+    const std::vector<Piece>& pieces() const { return joinedPieces; }
+
+    /// The piece that the byte at `offset` of text() belongs to, or ends.
+    const Piece& pieceAt(std::size_t offset) const;
+
+    /// Where the byte at `offset` of text() stands. `offset` may be the end.
+    Place placeOf(std::size_t offset) const;
+
+private:
+    bool takeLine(std::string_view& line);
+    bool append(std::string_view line, std::string_view share);
+
+    std::string_view rest;
+    std::size_t lineCount = 0;
+    std::string joined;
+    std::vector<Piece> joinedPieces;
+};
+
+/// Where the comment of a logical line begins, at its '#'; npos when it has none.
+std::size_t findComment(std::string_view logicalLine);
+
+}  // namespace kdx

@@ -1,0 +1,138 @@
+#include "MapText.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "Diagnostics.h"
+#include "Status.h"
+
+namespace kdx {
+namespace {
+
+using Json = nlohmann::json;
+
+bool isPlain(char c) {
+    return c >= ' ' && c <= '~' && c != '"' && c != '\\';
+}
+
+/// Fills a map while the JSON is read: the text that a number has is seen only here.
+class MapBuilder : public Json::json_sax_t {
+public:
+    explicit MapBuilder(kiv::StringMapMap& filledMap) : map(filledMap) {}
+
+    bool null() override { return fail("null is no value of a parameter"); }
+    bool boolean(bool value) override { return addValue(value ? "true" : "false"); }
+    bool number_integer(number_integer_t value) override { return addValue(std::to_string(value)); }
+    bool number_unsigned(number_unsigned_t value) override {
+        return addValue(std::to_string(value));
+    }
+    bool number_float(number_float_t /*value*/, const string_t& text) override {
+        return addValue(text);
+    }
+    bool string(string_t& value) override { return addValue(value); }
+    bool binary(binary_t& /*value*/) override { return fail("binary data"); }
+    bool start_array(std::size_t /*size*/) override { return fail("an array is no part of a map"); }
+    bool end_array() override { return true; }
+
+    bool start_object(std::size_t /*size*/) override {
+        if (depth == 2) return fail("an object is no value of a parameter");
+        ++depth;
+        return true;
+    }
+
+    bool end_object() override {
+        --depth;
+        return true;
+    }
+
+    bool key(string_t& text) override {
+        if (depth == 1) {
+            path = text;
+            name.clear();
+            const auto [entry, isNew] = map.try_emplace(path);
+            parameters = &entry->second;
+            return isNew || fail("the object stands here twice");
+        }
+        name = text;
+        return parameters->find(name) == parameters->end() ||
+               fail("the parameter stands here twice");
+    }
+
+    bool parse_error(std::size_t /*offset*/, const std::string& /*token*/,
+                     const Json::exception& error) override {
+        const std::string_view what = error.what();
+        throw Trouble("is no JSON: " + std::string(what.substr(what.find("] ") + 2)));
+    }
+
+private:
+    bool addValue(const std::string& text) {
+        if (depth < 2) return fail("not an object of objects");
+        parameters->emplace(name, text);
+        return true;
+    }
+
+    [[noreturn]] bool fail(const std::string& why) const {
+        std::string where;
+        if (depth > 0) where += " at \"" + shown(path) + '"';
+        if (depth > 1) where += ", \"" + shown(name) + '"';
+        throw Trouble("is no map" + where + ": " + why);
+    }
+
+    kiv::StringMapMap& map;
+    std::map<std::string, std::string>* parameters = nullptr;
+    std::string path;
+    std::string name;
+    int depth = 0;
+};
+
+}  // namespace
+
+void appendJsonString(std::string& out, std::string_view text) {
+    if (std::all_of(text.begin(), text.end(), isPlain)) {
+        out.append(1, '"').append(text).append(1, '"');
+        return;
+    }
+    try {
+        out += Json(text).dump();
+    } catch (const Json::type_error&) {
+        throw Trouble("holds text that is no UTF-8, which JSON cannot hold: '" + shown(text) +
+                      "'; convert the file, for example with iconv -f LATIN1 -t UTF-8");
+    }
+}
+
+void appendJson(std::string& out, const kiv::StringMapMap& map) {
+    const char* objectSeparator = "\n";
+    out += '{';
+    for (const auto& [path, parameters] : map) {
+        out.append(objectSeparator).append("  ");
+        appendJsonString(out, path);
+        out += ": {";
+        const char* separator = "\n";
+        for (const auto& [name, value] : parameters) {
+            out.append(separator).append("    ");
+            appendJsonString(out, name);
+            out += ": ";
+            appendJsonString(out, value);
+            separator = ",\n";
+        }
+        out += parameters.empty() ? "}" : "\n  }";
+        objectSeparator = ",\n";
+    }
+    out += map.empty() ? "}\n" : "\n}\n";
+}
+
+void appendFlat(std::string& out, const kiv::StringMapMap& map) {
+    for (const auto& [path, parameters] : map)
+        for (const auto& [name, value] : parameters)
+            out.append(path).append(1, '\t').append(name).append(1, '\t').append(value).append(
+                1, '\n');
+}
+
+kiv::StringMapMap readJson(std::string_view text) {
+    kiv::StringMapMap map;
+    MapBuilder builder(map);
+    Json::sax_parse(text, &builder);
+    return map;
+}
+
+}  // namespace kdx

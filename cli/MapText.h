@@ -1,0 +1,24 @@
+#pragma once
+
+#include <kiv/StringMapMap.h>
+
+#include <string>
+#include <string_view>
+
+namespace kdx {
+
+/// Appends the map as a JSON object of objects of strings, keys in map order.
+/// @throws Trouble for text that is no UTF-8, which JSON cannot hold.
+void appendJson(std::string& out, const kiv::StringMapMap& map);
+
+/// Appends one line "PATH<tab>NAME<tab>VALUE" for each parameter.
+void appendFlat(std::string& out, const kiv::StringMapMap& map);
+
+/// Appends a JSON string. @throws Trouble for text that is no UTF-8.
+void appendJsonString(std::string& out, std::string_view text);
+
+/// Reads what appendJson() wrote; numbers, true and false are taken as the text they are.
+/// @throws Trouble for JSON that is no such map, or that has a key twice.
+kiv::StringMapMap readJson(std::string_view text);
+
+}  // namespace kdx

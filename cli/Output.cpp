@@ -1,0 +1,47 @@
+#include "Output.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <system_error>
+
+#include "Status.h"
+
+namespace kdx {
+namespace {
+
+[[noreturn]] void failWrite(int error) {
+    throw Trouble("standard output: cannot be written: " + std::generic_category().message(error));
+}
+
+}  // namespace
+
+void prepareStreams() {
+    (void)std::signal(SIGPIPE, SIG_IGN);
+}
+
+void writeOutput(std::string_view text) {
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failWrite(errno);
+}
+
+void finishOutput() {
+    errno = 0;
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) failWrite(errno);
+}
+
+void writeError(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+bool outputIsTerminal() {
+    return isatty(STDOUT_FILENO) == 1;
+}
+
+bool errorIsTerminal() {
+    return isatty(STDERR_FILENO) == 1;
+}
+
+}  // namespace kdx

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+namespace kdx {
+
+/// What holds for every command.
+struct Settings {
+    bool json = false;        ///< diagnostics, and the results of some commands, as JSON lines
+    bool errorColor = false;  ///< colour on the standard error stream
+    bool outputColor = false;
+    std::size_t jobs = 1;         ///< files worked on at the same time
+    std::size_t maxDepth = 1000;  ///< levels of nested objects
+};
+
+}  // namespace kdx

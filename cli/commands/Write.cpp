@@ -1,0 +1,88 @@
+#include <CLI/CLI.hpp>
+
+#include <kiv/StringMapMapToKDX.h>
+
+#include <memory>
+
+#include "Checker.h"
+#include "Commands.h"
+#include "Diagnostics.h"
+#include "MapCheck.h"
+#include "MapText.h"
+#include "Source.h"
+#include "Work.h"
+
+namespace kdx {
+namespace {
+
+constexpr std::int32_t kMaxIndent = 100;
+
+struct Options {
+    std::string file;
+    std::string replacePath;
+    std::int32_t indent = kiv::StringMapMapToKDX::Format().indentWidth;
+    bool compact = false;
+    bool noEndComments = false;
+};
+
+std::size_t depthOf(const kiv::StringMapMap& map) {
+    std::size_t depth = 0;
+    for (const auto& object : map)
+        depth = std::max(depth, static_cast<std::size_t>(
+                                    std::count(object.first.begin(), object.first.end(), '/')));
+    return depth;
+}
+
+Outcome writeFile(const std::string& file, const Options& options, const Settings& settings) {
+    const Source source = readSource(file);
+    const kiv::StringMapMap map = readJson(source.text());
+    if (depthOf(map) > settings.maxDepth)
+        throw Trouble("has an object deeper than " + std::to_string(settings.maxDepth) +
+                      " levels, the limit that --max-depth sets");
+
+    Outcome outcome;
+    for (const std::string& message : findUncarriable(map, kDefaultMaxErrors)) {
+        appendTrouble(outcome.diagnostics, source.name, message, settings);
+        outcome.raise(Status::trouble);
+    }
+    if (outcome.status != Status::fine) return outcome;
+
+    const std::string& path = options.replacePath;
+    kiv::StringMapMapToKDX::convert(path, map, outcome.results,
+                                    {options.indent, !options.compact, !options.noEndComments});
+    if (!path.empty() && outcome.results.find("&replace ") == std::string::npos)
+        throw Trouble("has no object " + shown(path) + " to replace");
+    return outcome;
+}
+
+Status run(const Options& options, const Settings& settings) {
+    return workOnFile(options.file, settings, [&](const std::string& file, std::size_t) {
+        return writeFile(file, options, settings);
+    });
+}
+
+}  // namespace
+
+void addWrite(CLI::App& app, Session& session) {
+    CLI::App* command = app.add_subcommand("write", "Print a map, as kdx map prints it, as KDX");
+    const auto options = std::make_shared<Options>();
+    addFile(*command, options->file);
+    command->add_option("--indent", options->indent, "Blanks for each level of nesting")
+        ->type_name("N")
+        ->check(CLI::Range(0, kMaxIndent))
+        ->capture_default_str();
+    command->add_flag("--compact", options->compact, "Put no blanks around ':' and '='");
+    command->add_flag("--no-end-comments", options->noEndComments,
+                      "Put no comment that names the object behind its END");
+    command
+        ->add_option("--replace", options->replacePath,
+                     "Mark the object with this path with &replace")
+        ->type_name("PATH");
+    command->footer(
+        "A map that KDX cannot carry is refused: a line feed, a '#' or a final backslash in a\n"
+        "value, a name with a character that names cannot hold.\n\n"
+        "Example:\n  kdx map a.kdx | jq '.\"/Sample:s1\".gain = \"12\"' | kdx write > b.kdx");
+    command->callback([options, &session] { session.status = run(*options, session.settings); });
+}
+
+}  // namespace kdx

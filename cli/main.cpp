@@ -1,0 +1,91 @@
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <thread>
+
+#include "Commands.h"
+#include "Output.h"
+#include "Version.h"
+
+namespace kdx {
+namespace {
+
+constexpr const char* kColorAuto = "auto";
+constexpr const char* kColorAlways = "always";
+constexpr const char* kColorNever = "never";
+constexpr std::size_t kMaxJobs = 1024;
+
+constexpr const char* kDescription =
+    "Checks, formats, searches, converts and compares KDX, a line-oriented, hierarchical command\n"
+    "language.";
+
+constexpr const char* kFooter =
+    "Without FILE, or with - for it, commands read the standard input.\n\n"
+    "Exit status: 0 fine; 1 findings, or would change, differs, not there; 2 trouble with the\n"
+    "arguments, the input or the output.\n\n"
+    "Example:\n  kdx check configs/ && kdx map configs/set-up.kdx";
+
+bool colorOn(const std::string& when, bool isTerminal) {
+    if (when != kColorAuto) return when == kColorAlways;
+    const char* noColor = std::getenv("NO_COLOR");  // NOLINT(concurrency-mt-unsafe): one thread
+    return isTerminal && (noColor == nullptr || *noColor == '\0');
+}
+
+std::string failureMessage(const CLI::App* /*app*/, const CLI::Error& error) {
+    return std::string("kdx: ") + error.what() + "\nRun with --help for more information.\n";
+}
+
+void addSettings(CLI::App& app, Settings& settings, std::string& color) {
+    app.set_version_flag("--version", std::string("kdx ") + kVersion, "Print the version");
+    app.add_option("--color", color, "Colour in messages: auto, always or never")
+        ->check(CLI::IsMember({kColorAuto, kColorAlways, kColorNever}).description(""))
+        ->type_name("WHEN");
+    app.add_flag("--json", settings.json, "Print diagnostics as one JSON object a line");
+    app.add_option("-j,--jobs", settings.jobs, "Files to work on at the same time")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, kMaxJobs).description(""));
+    app.add_option("--max-depth", settings.maxDepth, "Levels that objects may be nested")
+        ->type_name("N")
+        ->capture_default_str();
+}
+
+int runCommands(int argc, char** argv) {
+    CLI::App app(kDescription, "kdx");
+    Session session;
+    std::string color = kColorAuto;
+    session.settings.jobs = std::max(1U, std::thread::hardware_concurrency());
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.footer(kFooter);
+    app.failure_message(failureMessage);
+    app.get_formatter()->column_width(32);
+    addSettings(app, session.settings, color);
+    app.parse_complete_callback([&] {
+        session.settings.outputColor = colorOn(color, outputIsTerminal());
+        session.settings.errorColor = colorOn(color, errorIsTerminal());
+    });
+    addCheck(app, session);
+    addMap(app, session);
+    addWrite(app, session);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const bool failed = app.exit(error) != 0;
+        if (failed) session.status = Status::trouble;
+    }
+    finishOutput();
+    return static_cast<int>(session.status);
+}
+
+}  // namespace
+}  // namespace kdx
+
+int main(int argc, char** argv) {
+    try {
+        kdx::prepareStreams();
+        return kdx::runCommands(argc, argv);
+    } catch (const std::exception& error) {
+        kdx::writeError(std::string("kdx: ") + error.what() + '\n');
+        return static_cast<int>(kdx::Status::trouble);
+    }
+}
