@@ -10,14 +10,23 @@
 
 // While the kind is open, the text holds no '#' and begins with a name character or, for good,
 // with something that no line begins with. So a further physical line can only decide the kind
-// where the text so far is all name characters, and then the search goes on behind them.
+// where the text so far is all name characters, and then the search goes on behind them; or where
+// it is an END that had a backslash behind blanks, and nothing or a comment follows.
 
 namespace kiv::detail {
+namespace {
+
+bool isNothingOrComment(std::string_view line) {
+    return line.empty() || line.front() == '#';
+}
+
+}  // namespace
 
 UndecidedLine::Outcome UndecidedLine::add(std::string_view line, bool spaced) {
     if (text.empty()) return addFirst(line);
     const std::size_t lengthBefore = text.size();
-    const bool canDecide = nameLength == lengthBefore;
+    const bool canDecide = nameLength == lengthBefore ||
+                           (isNothingOrComment(line) && withoutTrailingBlanks(text) == "END");
     if (spaced) text += ' ';
     text += line;
     const auto kind = canDecide ? classifyLine(text, nameLength) : MiniKDXParser::lineUnrecognised;
