@@ -1,0 +1,52 @@
+#include <gtest/gtest.h>
+#include <kiv/ExtractActionOrStateFromKDX.h>
+
+#include <string>
+
+#include "support/Text.h"
+
+using namespace kiv::ExtractActionOrStateFromKDX;
+
+namespace {
+
+/// The runs as text: a line "Action" or "State", then the run's lines.
+std::string runsOf(const std::string& text) {
+    std::string runs;
+    for (const auto& [kind, run] : extractActionOrStateFromKDX(text))
+        runs += (kind == Action ? "Action\n" : "State\n") + run + "\n";
+    return runs;
+}
+
+}  // namespace
+
+TEST(Extraction, dividesADocument) {
+    EXPECT_EQ(runsOf(readData("runs.kdx")), readData("runs.txt"));
+}
+
+TEST(Extraction, trimsJoinsAndGroups) {
+    struct Row {
+        const char *text, *runs;
+    };
+    for (const auto& [text, runs] : {
+             Row{"", ""},
+             Row{"\n  \n# c\n \t# d\n", ""},
+             Row{">a\n\n  # c\n>b", "Action\n>a\n>b\n"},
+             Row{"x\n# > c\n\ny\n", "State\nx\ny\n"},
+             Row{"  > a # c \r\n", "Action\n> a\n"},
+             Row{" ! a # b \n$ a # b \n- odd", "State\n! a # b \n$ a\n- odd\n"},
+             Row{"x = a\\#b # c \n", "State\nx = a\\#b # c\n"},
+             Row{">a\\\n  b \\\nc # d\nx", "Action\n>ab c\nState\nx\n"},
+             Row{"\\\n  >a\nx", "Action\n>a\nState\nx\n"},
+             Row{"x \\\n\n>a", "State\nx\nAction\n>a\n"},
+             Row{"x \\\n  # c\n>a", "State\nx\nAction\n>a\n"},
+             // the very last character continues a line, in a comment, too, and no other does
+             Row{"x # c\\\n>a\n>b", "State\nx\nAction\n>b\n"},
+             Row{"x \\ \n>a", "State\nx \\\nAction\n>a\n"},
+             Row{"x \\\r\n>a", "State\nx \\\nAction\n>a\n"},
+             // continued at the end of the text
+             Row{"x \\", "State\nx\n"},
+             Row{"x \\\n", "State\nx\n"},
+             Row{"\\", ""},
+         })
+        EXPECT_EQ(runsOf(text), runs) << text;
+}

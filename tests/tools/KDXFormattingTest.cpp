@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+#include <kiv/KDXFormatting.h>
+
+#include <string>
+#include <vector>
+
+#include "support/Lines.h"
+#include "support/Text.h"
+
+using kiv::KDXFormatting::indentKDX;
+using kiv::KDXFormatting::removeComment;
+
+TEST(RemoveComment, cutsAtTheFirstHash) {
+    struct Row {
+        const char *line, *rest;
+    };
+    for (const auto& [line, rest] :
+         {Row{"gain = 10 # dB", "gain = 10"}, Row{"  gain = 10\t", "gain = 10"}, Row{" # only", ""},
+          Row{"", ""}, Row{" \t\r", ""}, Row{"#", ""}, Row{"x = a\\#b # c", "x = a\\"},
+          Row{"\\#", "\\"}, Row{">go #1#2", ">go"}, Row{"  ! a # b \r", "! a # b"},
+          Row{"$ a # b ", "$ a # b"}, Row{"END # A:b", "END"}, Row{"odd - # x", "odd -"},
+          Row{"#! a", ""}})
+        EXPECT_EQ(removeComment(line), rest) << line;
+}
+
+TEST(IndentKDX, indentsADocument) {
+    const auto before = linesOf(readData("indent_before.kdx"));
+    EXPECT_EQ(indentKDX(before), linesOf(readData("indent_after.kdx")));
+    EXPECT_EQ(indentKDX({}), std::vector<std::string>());
+}
+
+TEST(IndentKDX, indentsByNesting) {
+    struct Row {
+        const char *before, *after;
+    };
+    for (const auto& [before, after] : {
+             Row{"A:|B:|END|END", "A:|  B:|  END|END"},
+             Row{"  END|\tEND # x|x=1|A:|END|END|B:", "END|END # x|x=1|A:|END|END|B:"},
+             Row{"A:|  >run # c |\t$v|! v|  #c |  odd - ", "A:|>run # c |$v|! v|#c |  odd - "},
+             Row{"|  |\t\r|x=1", "|||x=1"},
+             Row{"A:\r|x=1 # c  |END\r", "A:\r|  x=1 # c  |END\r"},
+         })
+        EXPECT_EQ(joined(indentKDX(lines(before))), after) << before;
+}
+
+TEST(IndentKDX, indentsContinuationsOfAKnownKind) {
+    struct Row {
+        const char *before, *after;
+    };
+    for (const auto& [before, after] : {
+             Row{"A:|x = 1, \\|2, \\|  3|y = 1|END", "A:|  x = 1, \\|    2, \\|    3|  y = 1|END"},
+             Row{"Sample: \\|  s1|END", "Sample: \\|    s1|END"},
+             Row{"A:|x = \\|  # c", "A:|  x = \\|  # c"},
+             Row{"A:|x = \\|# c", "A:|  x = \\|# c"},
+             Row{"A:|x = \\|    \\y", "A:|  x = \\|  \\y"},
+             Row{"A:|x = \\||y=1", "A:|  x = \\||  y=1"},
+             Row{"A:|x = \\|   |y=1", "A:|  x = \\|  |  y=1"},
+             Row{"A:|>go \\|    now \\|then|x=1", "A:|>go \\|  now \\|then|  x=1"},
+             Row{"A:| $v\\|  w|!v # c\\|   w", "A:|$v\\|  w|!v # c\\|  w"},
+             Row{"END\\|  x", "END\\|x"},  // no END: a first piece of some name
+             // what the first line says without its comment decides whether it is continued
+             Row{"A:|x = 1 # c \\|y=1", "A:|  x = 1 # c \\|  y=1"},
+             Row{"A:|x = 1 \\ \t|y=1", "A:|  x = 1 \\ \t|    y=1"},
+             Row{"A:|x = a\\#b|y=1|z=1", "A:|  x = a\\#b|    y=1|  z=1"},
+             // of a later one the very last character does
+             Row{"A:|x = 1 \\|2 \\ |y=1", "A:|  x = 1 \\|    2 \\ |  y=1"},
+             Row{"A:|x = 1 \\|2 # c\\|3|y=1", "A:|  x = 1 \\|    2 # c\\|    3|  y=1"},
+         })
+        EXPECT_EQ(joined(indentKDX(lines(before))), after) << before;
+}
+
+TEST(IndentKDX, indentsContinuationsWhoseKindIsOpen) {
+    struct Row {
+        const char *before, *after;
+    };
+    for (const auto& [before, after] : {
+             Row{"Sample \\|  : s1|x=1|END", "Sample \\|  : s1|  x=1|END"},
+             Row{"Sample \\|: s1|x=1", "Sample \\|: s1|  x=1"},
+             Row{"A:|B \\|      : s1|x=1", "A:|  B \\|  : s1|    x=1"},
+             Row{"A:|B \\|: s1|x=1", "A:|  B \\|: s1|    x=1"},
+             Row{"A:|ga\\|in = 1 \\|2", "A:|  ga\\|    in = 1 \\|    2"},
+             Row{"ga\\|  in = 1", "ga\\|  in = 1"},
+             Row{"A:|a\\|      b\\|c\\|#x", "A:|  a\\|  b\\|c\\|#x"},
+             Row{"A:|a\\|      #x|b", "A:|  a\\|  #x|  b"},
+             // never more than a comment, and never decided
+             Row{"A:|a - \\|b: \\|c", "A:|  a - \\|b: \\|c"},
+             Row{"\\|  # c|  x=1", "  # c|x=1"},
+             Row{"\\|  x=1", "  x=1"},
+             // END: whole, cut in two, and spoiled
+             Row{"A:|B:|END \\|b = 1", "A:|  B:|    END \\|      b = 1"},
+             Row{"A:|B:|EN\\|D|x=1", "A:|  B:|    EN\\|  D|  x=1"},
+             Row{"A:|B:|EN\\|  D|x", "A:|  B:|    EN\\|    D|    x"},
+             Row{"A:|B:|END \\||x=1", "A:|  B:|    END \\|  |  x=1"},
+             Row{"A:|B:|END\t\\||x=1", "A:|  B:|    END\t\\|  |  x=1"},
+             Row{"A:|B:|END\t\\|  # c|x=1", "A:|  B:|    END\t\\|  # c|  x=1"},
+             Row{"A:|B:|END\t\\|x|x=1", "A:|  B:|    END\t\\|x|    x=1"},
+             // left out
+             Row{"a=1|  \\ x|b=2", "a=1|b=2"},
+             Row{"Sample \\||: s1", "Sample \\|: s1"},
+             Row{"Sample \\|  \\|: s1", "Sample \\|: s1"},
+             Row{"\\|\\|\\", ""},
+         })
+        EXPECT_EQ(joined(indentKDX(lines(before))), after) << before;
+}
