@@ -1,0 +1,207 @@
+// Runs one family of input at one size, for callgrind to count its instructions.
+//
+//   growth               lists the families, each with a size
+//   growth FAMILY SIZE   runs one; prints the number of bytes that its cost should follow
+#include <kiv/ActionBuilder.h>
+#include <kiv/CleanKDXParamString.h>
+#include <kiv/ExtractActionOrStateFromKDX.h>
+#include <kiv/KDXBuilder.h>
+#include <kiv/KDXFormatting.h>
+#include <kiv/ObjectKDXParser.h>
+
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+using Lines = std::vector<std::string>;
+
+namespace {
+
+std::size_t bytes(const std::string& text) {
+    return text.size();
+}
+
+std::size_t bytes(const Lines& lines) {
+    std::size_t sum = 0;
+    for (const std::string& line : lines) sum += line.size() + 1;
+    return sum;
+}
+
+std::string times(std::size_t count, const std::string& piece) {
+    std::string text;
+    for (; count > 0; --count) text += piece;
+    return text;
+}
+
+Lines repeated(std::size_t count, const Lines& piece) {
+    Lines lines;
+    for (; count > 0; --count) lines.insert(lines.end(), piece.begin(), piece.end());
+    return lines;
+}
+
+Lines together(Lines first, const Lines& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+Lines nested(std::size_t depth, const Lines& inside) {
+    return together(together(repeated(depth, {"X: x"}), inside), repeated(depth, {"END"}));
+}
+
+/// `count` objects with names of one length each.
+Lines objects(std::size_t count) {
+    Lines lines;
+    for (; count > 0; --count)
+        lines.insert(lines.end(), {"T: " + std::to_string(1000000 + count), "v = 1", "END"});
+    return lines;
+}
+
+/// What is measured; gives the number of bytes that its cost should be in proportion to.
+using Call = std::function<std::size_t()>;
+
+Call indent(Lines lines) {
+    return [lines = std::move(lines)] {
+        return bytes(lines) + bytes(kiv::KDXFormatting::indentKDX(lines));
+    };
+}
+
+Call removeComment(std::string line) {
+    return [line = std::move(line)] {
+        return bytes(line) + bytes(kiv::KDXFormatting::removeComment(line));
+    };
+}
+
+Call extract(std::string text) {
+    return [text = std::move(text)] {
+        kiv::ExtractActionOrStateFromKDX::extractActionOrStateFromKDX(text);
+        return bytes(text);
+    };
+}
+
+Call clean(std::string value) {
+    return [value = std::move(value)] {
+        return bytes(value) + bytes(kiv::CleanKDXParamString(value).str());
+    };
+}
+
+Call addParam(std::string value) {
+    return [value = std::move(value)] {
+        kiv::ActionBuilder action("act");
+        action.addParam("p", value);
+        return bytes(action.getKDX());
+    };
+}
+
+Call addParams(std::size_t count) {
+    return [count] {
+        kiv::ActionBuilder action("act");
+        for (std::size_t i = 0; i < count; ++i) action.addParam("p", "v");
+        return bytes(action.getKDX());
+    };
+}
+
+Call pushObjects(std::size_t count) {
+    return [count] {
+        kiv::KDXBuilder builder;
+        for (std::size_t i = 0; i < count; ++i) builder.pushObject("T", "n");
+        builder.popAll();
+        return bytes(builder.getKDX());
+    };
+}
+
+Call search(const Lines& lines, const std::function<void(kiv::ObjectKDXParser&)>& run) {
+    auto parser = std::make_shared<kiv::ObjectKDXParser>(lines);
+    return [parser, run] {
+        run(*parser);
+        return bytes(parser->getCommands());
+    };
+}
+
+Call findType(const Lines& lines, int depthLimit, const std::string& group) {
+    return search(lines, [depthLimit, group](kiv::ObjectKDXParser& parser) {
+        parser.parseForObjectsByType("T", depthLimit, group);
+    });
+}
+
+Call findName(const Lines& lines, const std::string& name, int depthLimit) {
+    return search(lines, [name, depthLimit](kiv::ObjectKDXParser& parser) {
+        parser.parseForObject(name, depthLimit);
+    });
+}
+
+constexpr std::size_t kMebi = 1 << 20;
+
+struct Family {
+    const char* name;
+    std::size_t size;  // of the smaller one of the two inputs that are compared
+    std::function<Call(std::size_t)> make;
+};
+
+const std::vector<Family> kFamilies = {
+    // indentation
+    {"indent-open-kind", 100000, [](auto n) { return indent(repeated(n, {"a\\"})); }},
+    {"indent-open-kind-spaced", 100000, [](auto n) { return indent(repeated(n, {" a b \\"})); }},
+    {"indent-open-kind-tabs", 100000,
+     [](auto n) { return indent(together({"a" + times(n, "\t") + "\\"}, repeated(n, {"\\"}))); }},
+    {"indent-open-end-tabs", 100000,
+     [](auto n) { return indent(together({"END" + times(n, "\t") + "\\"}, repeated(n, {"\\"}))); }},
+    {"indent-backslashes-and-empty-lines", 100000,
+     [](auto n) { return indent(together({"a" + times(n, "\\")}, repeated(n, {""}))); }},
+    {"indent-known-kind", 100000,
+     [](auto n) { return indent(together({"a = \\"}, repeated(n, {"b\\"}))); }},
+    {"indent-nested-objects", 8000, [](auto n) { return indent(nested(n, {})); }},
+    {"indent-long-line", 16 * kMebi, [](auto n) { return indent({times(n, "a")}); }},
+    {"indent-long-comment", 16 * kMebi, [](auto n) { return indent({"a = 1 #" + times(n, "#")}); }},
+    {"indent-blanks", 16 * kMebi, [](auto n) { return indent({times(n, " ") + "x=1"}); }},
+    {"indent-backslashes", 16 * kMebi, [](auto n) { return indent({times(n, "\\")}); }},
+    {"remove-comment", 16 * kMebi, [](auto n) { return removeComment(times(n, "a") + " # c"); }},
+    {"remove-long-comment", 16 * kMebi,
+     [](auto n) { return removeComment("a #" + times(n, " ")); }},
+    // searches
+    {"find-name", 50000,
+     [](auto n) {
+         return findName(repeated(n, {"T: t", "END"}), "t", -1);
+     }},
+    {"find-name-nested", 50000, [](auto n) { return findName(nested(n, {}), "x", -1); }},
+    {"find-name-beyond-limit", 50000, [](auto n) { return findName(nested(n, {}), "x", 1); }},
+    {"find-type", 50000, [](auto n) { return findType(objects(n), -1, ""); }},
+    {"find-type-missing-group", 50000,
+     [](auto n) { return findType(nested(n, objects(n)), -1, "G"); }},
+    {"find-type-distant-group", 50000,
+     [](auto n) { return findType(together({"G: g"}, nested(n, objects(n))), -1, "G"); }},
+    {"find-type-many-groups", 50000,
+     [](auto n) { return findType(nested(n, objects(n)), -1, "X"); }},
+    // extraction
+    {"extract-alternating", 200000, [](auto n) { return extract(times(n, ">a\nx=1\n")); }},
+    {"extract-one-run", 200000, [](auto n) { return extract(times(n, "  x=1 # c\n")); }},
+    {"extract-continued", 200000, [](auto n) { return extract(times(n, "  a\\\n")); }},
+    {"extract-backslashes", 16 * kMebi, [](auto n) { return extract(times(n, "\\")); }},
+    // writers
+    {"clean-backslashes", 16 * kMebi, [](auto n) { return clean(times(n, "\\")); }},
+    {"action-commas", 1000000, [](auto n) { return addParam(times(n, ",")); }},
+    {"action-parameters", 100000, [](auto n) { return addParams(n); }},
+    {"build-nested-objects", 8000, [](auto n) { return pushObjects(n); }},
+};
+
+}  // namespace
+
+/// Callgrind counts while this runs.
+extern "C" __attribute__((noinline)) std::size_t measured(const void* call) {
+    return (*static_cast<const Call*>(call))();
+}
+
+int main(int argc, char* argv[]) {
+    for (const auto& [name, size, make] : kFamilies) {
+        if (argc != 3) {
+            std::cout << name << ' ' << size << '\n';
+        } else if (std::string(argv[1]) == name) {
+            const Call call = make(std::stoul(argv[2]));
+            std::cout << measured(&call) << '\n';
+            return 0;
+        }
+    }
+    return argc == 3 ? 2 : 0;
+}
