@@ -2,8 +2,6 @@
 
 add_test(NAME layers WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     COMMAND ${CMAKE_COMMAND} -P cmake/CheckLayers.cmake)
-add_test(NAME readme WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-    COMMAND ${CMAKE_COMMAND} -P cmake/CheckReadme.cmake)
 add_test(NAME exports
     COMMAND ${CMAKE_COMMAND} -D NM=${CMAKE_NM} -D LIBRARY=$<TARGET_FILE:KIVKDXParseUtilities>
         -P ${PROJECT_SOURCE_DIR}/cmake/CheckExports.cmake)
