@@ -28,11 +28,13 @@ std::string catcherOf(const Exception& exception) {
 template <typename Exception>
 void expectTexts() {
     // As a handler for the root sees it, and as a copy of a copy.
-    auto original = std::make_unique<Exception>("Class", "function", "What\nhappened.",
-                                                static_cast<kiv::errorType>(4));
+    const auto type = static_cast<kiv::errorType>(4);
+    auto original = std::make_unique<Exception>("Class", "function", "What\nhappened.", type);
     const Exception copy = *original;
     original.reset();
-    const kiv::Error& seen = copy;
+    Exception assigned("", "", "", static_cast<kiv::errorType>(0));
+    assigned = copy;
+    const kiv::Error& seen = assigned;
     EXPECT_EQ(seen.className(), "Class");
     EXPECT_EQ(seen.functionName(), "function");
     EXPECT_EQ(seen.message(), "What\nhappened.");
@@ -55,5 +57,6 @@ TEST(Error, isCaughtByItsOwnKind) {
 
 TEST(Error, carriesItsTextsThroughCopies) {
     expectTexts<kiv::internal::error>();
+    expectTexts<kiv::data::error>();
     expectTexts<kiv::data::invalid>();
 }

@@ -1,0 +1,20 @@
+#!/bin/sh
+# Runs every test with coverage counters, prints what the library's lines and branches were reached,
+# and fails below the limits: every line, and 95 % of the branches.
+#
+# Not counted: branches that only an exception from below takes (a failed allocation, mostly), and
+# those that the compiler makes of what no program can reach.
+set -eu
+cd "$(dirname "$0")/.."
+
+cmake --preset coverage >/dev/null
+cmake --build --preset coverage --parallel "$(nproc)"
+find build/coverage -name '*.gcda' -delete
+# Not the builds of other projects with the library, which reach nothing more.
+ctest --preset coverage --exclude-regex '^consumer' --quiet --output-on-failure
+gcovr --root . --object-directory build/coverage --filter src/ --filter include/ \
+    --exclude-throw-branches --exclude-unreachable-branches \
+    --print-summary --fail-under-line 100 --fail-under-branch 95 \
+    --txt build/coverage/coverage.txt --html-details build/coverage/coverage.html || status=$?
+cat build/coverage/coverage.txt
+exit "${status:-0}"
