@@ -9,7 +9,7 @@ packages="g++ cmake ninja-build pkg-config python3 \
     libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libdtl-dev"
 case "${1-}" in
     '') ;;
-    check) packages="$packages clang clang-tidy clang-format gcovr" ;;
+    check) packages="$packages clang clang-tidy clang-format gcovr valgrind" ;;
     *) echo "usage: $0 [check]" >&2; exit 2 ;;
 esac
 
