@@ -52,8 +52,8 @@ private:
         }
     }
 
-    std::string name() { return "N" + random.of({"a", "&", ".", "_", "9 z", "END"}, 3); }
-    std::string text() {
+    static std::string name() { return "N" + random.of({"a", "&", ".", "_", "9 z", "END"}, 3); }
+    static std::string text() {
         return "v" + random.of({"=", ":", ">", "\\,", "!", "a b", "\xFF"}, 4) + ".";
     }
     void expect(const std::string& event) { events += std::to_string(line++) + " " + event + "\n"; }
