@@ -3,9 +3,14 @@
 namespace bench {
 
 JobTypes allJobs() {
+    constexpr JobTypes (*kGroups[])() = {
+        libraryJobs, floorJobs, rapidJsonJobs,    rapidJsonSse2Jobs, simdJsonJobs, nlohmannJsonJobs,
+        pugixmlJobs, expatJobs, tomlPlusPlusJobs, yamlCppJobs,       inihJobs};
     JobTypes all;
-    for (const auto& jobs : {libraryJobs(), floorJobs(), rapidJsonJobs()})
+    for (const auto group : kGroups) {
+        const JobTypes jobs = group();
         all.insert(all.end(), jobs.begin(), jobs.end());
+    }
     return all;
 }
 

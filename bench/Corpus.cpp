@@ -25,9 +25,12 @@ bool Corpus::has(std::string_view format) const {
     return std::ifstream(stem + '.' + std::string(format)).good();
 }
 
-Counts Corpus::expected() const {
+Counts Corpus::expected(std::string_view format) const {
     Counts counts;
-    std::istringstream(text("counts")) >> counts.objects >> counts.parameters >> counts.valueBytes;
+    std::uint64_t withParameters = 0;
+    std::istringstream(text("counts")) >> counts.objects >> counts.parameters >>
+        counts.valueBytes >> withParameters;
+    if (format == "ini") counts.objects = withParameters;
     return counts;
 }
 

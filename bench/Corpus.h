@@ -28,7 +28,8 @@ public:
     /// @throws std::runtime_error when there is no such file.
     std::string text(std::string_view format) const;
     bool has(std::string_view format) const;
-    Counts expected() const;
+    /// What a reader of that format must see. An INI file holds only the objects with parameters.
+    Counts expected(std::string_view format) const;
 
 private:
     std::string stem;

@@ -30,7 +30,6 @@ struct JobType {
     std::string contestant;
     std::string format;  ///< of the text that it starts from
     std::unique_ptr<Job> (*make)(const Corpus& corpus);
-    bool quick;  ///< whether a quick run includes it
 };
 
 template <typename JobClass>
@@ -43,6 +42,14 @@ using JobTypes = std::vector<JobType>;
 JobTypes libraryJobs();
 JobTypes floorJobs();
 JobTypes rapidJsonJobs();
+JobTypes rapidJsonSse2Jobs();
+JobTypes simdJsonJobs();
+JobTypes nlohmannJsonJobs();
+JobTypes pugixmlJobs();
+JobTypes expatJobs();
+JobTypes tomlPlusPlusJobs();
+JobTypes yamlCppJobs();
+JobTypes inihJobs();
 
 /// All of them.
 JobTypes allJobs();

@@ -20,8 +20,7 @@ public:
 
 protected:
     void newObject(const std::string& type, const std::string& name) override {
-        sink.openObject(type);
-        sink.touch(name);
+        sink.openObject(type, name);
     }
     void newParameter(const std::string& name, const std::string& value) override {
         sink.parameter(name, value);

@@ -1,5 +1,6 @@
 // The library itself.
 
+#include <kiv/KDXFormatting.h>
 #include <kiv/KDXToStringMapMap.h>
 #include <kiv/StringMapMapToKDX.h>
 
@@ -56,13 +57,26 @@ private:
     std::string text;
 };
 
+class Reindent : public Job {
+public:
+    explicit Reindent(const Corpus& corpus) : lines(linesOf(corpus.text("kdx"))) {}
+    void prepare() override { indented = {}; }
+    void run() override { indented = kiv::KDXFormatting::indentKDX(lines); }
+    Counts counts() const override { return countsOf(indented); }
+
+private:
+    std::vector<std::string> lines;
+    std::vector<std::string> indented;
+};
+
 }  // namespace
 
 JobTypes libraryJobs() {
-    return {{"events", "KDX", "kdx", makeJob<Events>, true},
-            {"text-to-map", "KDX", "kdx", makeJob<TextToMap>, true},
-            {"lines-to-map", "KDX", "kdx", makeJob<LinesToMap>, true},
-            {"map-to-text", "KDX", "kdx", makeJob<MapToText>, true}};
+    return {{"events", "KDX", "kdx", makeJob<Events>},
+            {"text-to-map", "KDX", "kdx", makeJob<TextToMap>},
+            {"lines-to-map", "KDX", "kdx", makeJob<LinesToMap>},
+            {"map-to-text", "KDX", "kdx", makeJob<MapToText>},
+            {"re-indent", "KDX", "kdx", makeJob<Reindent>}};
 }
 
 }  // namespace bench

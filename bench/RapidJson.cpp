@@ -11,8 +11,15 @@
 #include "Library.h"
 #include "ReadJob.h"
 
+#ifndef BENCH_RAPIDJSON_JOBS
+#define BENCH_RAPIDJSON_JOBS rapidJsonJobs
+#define BENCH_RAPIDJSON_NAME "RapidJSON"
+#endif
+
 namespace bench {
 namespace {
+
+namespace rapidjson = RAPIDJSON_NAMESPACE;
 
 /// Turns SAX events into objects and parameters. The document itself is no object.
 template <typename Sink>
@@ -133,12 +140,13 @@ private:
 
 }  // namespace
 
-JobTypes rapidJsonJobs() {
-    JobTypes jobs = readJobs<InSitu<PrettyJson>>("RapidJSON", true);
-    const JobTypes compact = readJobs<InSitu<CompactJson>>("RapidJSON compact", true);
+JobTypes BENCH_RAPIDJSON_JOBS() {
+    const std::string name = BENCH_RAPIDJSON_NAME;
+    JobTypes jobs = readJobs<InSitu<PrettyJson>>(name);
+    const JobTypes compact = readJobs<InSitu<CompactJson>>(name + " compact");
     jobs.insert(jobs.end(), compact.begin(), compact.end());
-    jobs.push_back({"map-to-text", "RapidJSON", "json", makeJob<WriteMap>, true});
-    jobs.push_back({"re-indent", "RapidJSON", "json", makeJob<Reindent>, true});
+    jobs.push_back({"map-to-text", name, "json", makeJob<WriteMap>});
+    jobs.push_back({"re-indent", name, "json", makeJob<Reindent>});
     return jobs;
 }
 

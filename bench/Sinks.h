@@ -24,8 +24,12 @@ inline Counts countsOf(const kiv::StringMapMap& map) {
 /// Counts what it is told, and touches every name and value at both ends.
 class TouchSink {
 public:
-    void openObject(std::string_view name) {
+    void openObject(std::string_view key) {
         ++seen.objects;
+        touch(key);
+    }
+    void openObject(std::string_view type, std::string_view name) {
+        openObject(type);
         touch(name);
     }
     void parameter(std::string_view name, std::string_view value) {
@@ -35,11 +39,6 @@ public:
         touch(value);
     }
     void closeObject() {}
-    void touch(std::string_view text) {
-        if (text.empty()) return;
-        ends += static_cast<unsigned char>(text.front());
-        ends += static_cast<unsigned char>(text.back());
-    }
 
     Counts counts() const {
         [[maybe_unused]] static volatile std::uint64_t
@@ -49,6 +48,12 @@ public:
     }
 
 private:
+    void touch(std::string_view text) {
+        if (text.empty()) return;
+        ends += static_cast<unsigned char>(text.front());
+        ends += static_cast<unsigned char>(text.back());
+    }
+
     Counts seen;
     std::uint64_t ends = 0;
 };
@@ -56,12 +61,16 @@ private:
 /// Makes the map of maps by path, with hints: text mostly comes in the order of the map.
 class MapSink {
 public:
-    void openObject(std::string_view name) {
-        path.resize(open.empty() ? 0 : open.back().pathLength);
-        path.append(1, '/').append(name);
-        const auto hint = open.empty() ? map.end() : std::next(last);
-        last = map.try_emplace(hint, path);
-        open.push_back({last, path.size()});
+    /// @param key the object's component of the path: its type, ":" and its name.
+    void openObject(std::string_view key) {
+        startPath();
+        path.append(key);
+        makeEntry();
+    }
+    void openObject(std::string_view type, std::string_view name) {
+        startPath();
+        path.append(type).append(1, ':').append(name);
+        makeEntry();
     }
     void parameter(std::string_view name, std::string_view value) {
         auto& parameters = open.back().entry->second;
@@ -76,6 +85,17 @@ private:
         kiv::StringMapMap::iterator entry;
         std::size_t pathLength;
     };
+
+    void startPath() {
+        path.resize(open.empty() ? 0 : open.back().pathLength);
+        path.append(1, '/');
+    }
+
+    void makeEntry() {
+        const auto hint = open.empty() ? map.end() : std::next(last);
+        last = map.try_emplace(hint, path);
+        open.push_back({last, path.size()});
+    }
 
     kiv::StringMapMap map;
     kiv::StringMapMap::iterator last;

@@ -3,7 +3,7 @@
 
 Each corpus is one tree of objects, written as KDX and, with the same content, in the formats of the
 other parsers. NAME-SIZE.counts tells what every reader of it must see: objects, parameters, bytes
-of values, and parameter names and values together. The same machine makes the same files.
+of values, and how many of the objects have parameters. The same machine makes the same files.
 """
 
 import argparse
@@ -233,18 +233,18 @@ def write_yaml(roots, out):
         yaml_mapping(node, out, 0)
 
 
-def ini_section(node, path, out):
-    path = path + [node.name]
+def ini_section(node, out):
+    """There is no nesting: a section has the name of its innermost object."""
     if node.parameters:
-        out.append(f"[{'/'.join(path)}]\n")
+        out.append(f"[{node.key}]\n")
     out.extend(f"{name}={value}\n" for name, value in node.values())
     for child in node.children:
-        ini_section(child, path, out)
+        ini_section(child, out)
 
 
 def write_ini(roots, out):
     for node in roots:
-        ini_section(node, [], out)
+        ini_section(node, out)
 
 
 FORMATS = {"json": write_json, "compact.json": write_compact_json, "xml": write_xml,
@@ -290,11 +290,10 @@ def walk(nodes):
 
 
 def counts(roots):
-    objects, values = 0, []
-    for node in walk(roots):
-        objects += 1
-        values += [value for _, value in node.values()]
-    return f"{objects} {len(values)} {sum(len(value.encode()) for value in values)}\n"
+    nodes = list(walk(roots))
+    values = [value for node in nodes for _, value in node.values()]
+    size = sum(len(value.encode()) for value in values)
+    return f"{len(nodes)} {len(values)} {size} {sum(bool(n.parameters) for n in nodes)}\n"
 
 
 def save(directory, stem, roots, formats):
