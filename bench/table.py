@@ -83,13 +83,41 @@ def targets_table(times):
     return table(cells)
 
 
+def growth_table(times, limit=1.3):
+    """How much more a parameter costs in a large text, beyond what its floor grows by."""
+    cells = [["growth from 1 to 100 MB", "at most", "corpus", LIBRARY, "floor", "ratio", ""]]
+    for task in TASKS:
+        for corpus in ("packages", "codes"):
+            own, floor = (times[task, contestant, f"{corpus}-100"]
+                          / times[task, contestant, f"{corpus}-1"]
+                          for contestant in (LIBRARY, "floor"))
+            ratio = own / max(floor, 1.0)
+            cells.append([task, f"{limit}", corpus, f"{own:.2f}", f"{floor:.2f}", f"{ratio:.2f}",
+                          "met" if ratio <= limit else "NOT MET"])
+    return table(cells)
+
+
+def levels_table(times, limit=1.3):
+    flat, deep = (times["events", LIBRARY, f"levels-{levels}"] for levels in (1, 1000))
+    return table([["events, ns per parameter", "1 level", "1,000 levels", "ratio", "at most", ""],
+                  ["", f"{flat:.1f}", f"{deep:.1f}", f"{deep / flat:.2f}", f"{limit}",
+                   "met" if deep <= limit * flat else "NOT MET"]])
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("results", type=pathlib.Path, help="from --benchmark_out")
+    parser.add_argument("results", type=pathlib.Path, nargs="?", help="from --benchmark_out")
+    parser.add_argument("--growth", type=pathlib.Path, help="the same, of corpora of two sizes")
+    parser.add_argument("--levels", type=pathlib.Path, help="the same, of the flat and deep text")
     parser.add_argument("--statistic", choices=STATISTICS, default="median", help="of the rounds")
     options = parser.parse_args()
-    times = load(options.results, options.statistic)
-    print("\n".join(times_table(times) + [""] + targets_table(times)))
+    if options.results:
+        times = load(options.results, options.statistic)
+        print("\n".join(times_table(times) + [""] + targets_table(times)))
+    if options.growth:
+        print("\n".join(growth_table(load(options.growth, options.statistic))))
+    if options.levels:
+        print("\n" + "\n".join(levels_table(load(options.levels, options.statistic))))
 
 
 if __name__ == "__main__":

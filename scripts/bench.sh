@@ -1,8 +1,12 @@
 #!/bin/sh
-# Measures the library next to other parsers and prints one table. Installs what is missing.
+# Measures the library next to other parsers, and prints tables. Installs what is missing.
 #
-#   scripts/bench.sh           everything
-#   scripts/bench.sh --quick   the library, its floors and RapidJSON: under a minute
+#   scripts/bench.sh                 everything below but --quick, and draws the chart
+#   scripts/bench.sh --quick         the library, its floors and RapidJSON: about a minute
+#   scripts/bench.sh --all           the same with every other parser
+#   scripts/bench.sh --memory        peak heap of the conversions
+#   scripts/bench.sh --growth        1 MB against 100 MB, one level against 1,000
+#   scripts/bench.sh --instructions  instructions per parameter of each task
 #
 # BENCH_SIZE sets the size of each corpus in MB, BENCH_ROUNDS the number of rounds, BENCH_CORE the
 # processor core, BENCH_STATISTIC what is taken of the rounds (median or best).
@@ -15,10 +19,13 @@ core=${BENCH_CORE:-1}
 statistic=${BENCH_STATISTIC:-median}
 corpora=build/corpora
 results=build/bench-results
+programs=build/bench/bench
 
 install_packages() {
     missing=
-    for package in g++ cmake ninja-build python3 iso-codes libbenchmark-dev rapidjson-dev; do
+    for package in g++ cmake ninja-build pkgconf python3 valgrind iso-codes libbenchmark-dev \
+        rapidjson-dev libsimdjson-dev nlohmann-json3-dev libpugixml-dev libexpat1-dev \
+        libtomlplusplus-dev libyaml-cpp-dev libinih-dev; do
         dpkg -s "$package" >/dev/null 2>&1 || missing="$missing $package"
     done
     # shellcheck disable=SC2086  # one word for each package
@@ -27,31 +34,89 @@ install_packages() {
 
 build() {
     cmake --preset bench >/dev/null
-    cmake --build --preset bench | grep -v '^\[' || true
-    [ -e "$corpora/codes-$size.counts" ] || python3 bench/make_corpora.py "$corpora" --size "$size"
+    cmake --build --preset bench >build/bench-build.log || { cat build/bench-build.log; exit 1; }
+    mkdir -p "$results"
+    make_corpora "$size"
 }
 
-# run OUTPUT ARGUMENT...
+# make_corpora SIZE OPTION...
+make_corpora() {
+    [ -e "$corpora/codes-$1.counts" ] || python3 bench/make_corpora.py "$corpora" --size "$@"
+}
+
+# run NAME FILTER CORPUS...: the rounds of all contestants, interleaved
 run() {
-    output=$1
-    shift
-    mkdir -p "$results"
-    taskset -c "$core" build/bench/bench/kdx_bench "$corpora" "$@" \
+    output=$results/$1.json
+    filter=$2
+    shift 2
+    taskset -c "$core" "$programs/kdx_bench" "$corpora" "$@" --benchmark_filter="$filter" \
         --benchmark_enable_random_interleaving --benchmark_repetitions="$rounds" \
-        --benchmark_out="$results/$output" --benchmark_out_format=json >/dev/null
+        --benchmark_out="$output" --benchmark_out_format=json >"$results/log" 2>&1 ||
+        { cat "$results/log"; exit 1; }
+}
+
+table() {
+    python3 bench/table.py --statistic "$statistic" "$@"
 }
 
 quick() {
-    run quick.json "packages-$size" "codes-$size" --benchmark_filter='/(KDX|floor|RapidJSON)/'
-    python3 bench/table.py --statistic "$statistic" "$results/quick.json"
+    run quick '/(KDX|floor|RapidJSON)/' "packages-$size" "codes-$size"
+    table "$results/quick.json"
 }
 
-install_packages
-build
-case "${1:-}" in
-    --quick) quick ;;
+all() {
+    run all . "packages-$size" "codes-$size"
+    table "$results/all.json"
+}
+
+memory() {
+    "$programs/memory" "$corpora" "packages-$size" "codes-$size"
+}
+
+growth() {
+    make_corpora 1 --levels
+    make_corpora 100 --formats
+    run growth '/(KDX|floor)/.*-(1|100)/' packages-1 packages-100 codes-1 codes-100
+    run levels 'events/KDX' levels-1 levels-1000
+    table --growth "$results/growth.json" --levels "$results/levels.json"
+}
+
+instructions() {
+    make_corpora 1 --levels
+    echo "| instructions per parameter | packages | codes |"
+    echo "| -------------------------- | -------: | ----: |"
+    for task in events text-to-map lines-to-map map-to-text re-indent; do
+        printf '| %-26s | %8s | %5s |\n' "$task" "$(count packages-1 $task)" "$(count codes-1 $task)"
+    done
+}
+
+# count CORPUS TASK: what the library needs for each parameter
+count() {
+    valgrind --tool=callgrind --collect-atstart=no --callgrind-out-file="$results/$2-$1.callgrind" \
+        "$programs/one_task" "$corpora" "$1" "$2" KDX >"$results/parameters" 2>"$results/log"
+    sed -n 's/.*Collected : //p' "$results/log" | tail -n 1 |
+        { read -r total; echo $((total / $(cat "$results/parameters"))); }
+}
+
+case "${1:-everything}" in
+    --quick) tasks=quick ;;
+    --all) tasks=all ;;
+    --memory) tasks=memory ;;
+    --growth) tasks=growth ;;
+    --instructions) tasks=instructions ;;
+    everything) tasks="all memory growth instructions" ;;
     *)
-        sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,13s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
 esac
+
+install_packages
+build
+for task in $tasks; do
+    "$task"
+    echo
+done
+if [ "$tasks" != "${tasks#all}" ]; then
+    python3 bench/chart.py "$results/all.json" docs/performance.svg
+fi
