@@ -1,0 +1,128 @@
+#pragma once
+
+#include <kiv/Error.h>
+#include <kiv/MiniKDXParser.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace fuzz {
+
+/// Ends the process, which a fuzzer takes for a finding, where a law does not hold.
+inline void require(bool holds, const char* law) {
+    if (holds) return;
+    std::fprintf(stderr, "BROKEN LAW: %s\n", law);
+    std::abort();
+}
+
+/// Hands out the input piece by piece.
+class Input {
+public:
+    Input(const std::uint8_t* data, std::size_t size)
+        : rest(reinterpret_cast<const char*>(data), size) {}
+
+    bool empty() const { return rest.empty(); }
+
+    unsigned byte() {
+        if (rest.empty()) return 0;
+        const auto value = static_cast<unsigned char>(rest.front());
+        rest.remove_prefix(1);
+        return value;
+    }
+
+    /// The text up to the next `separator`, which is dropped.
+    std::string until(char separator) {
+        const std::string_view piece = rest.substr(0, rest.find(separator));
+        rest.remove_prefix(std::min(piece.size() + 1, rest.size()));
+        return std::string(piece);
+    }
+
+    std::string all() { return std::string(std::exchange(rest, {})); }
+
+    std::vector<std::string> lines() {
+        std::vector<std::string> lines;
+        while (!rest.empty()) lines.push_back(until('\n'));
+        return lines;
+    }
+
+private:
+    std::string_view rest;
+};
+
+inline bool endsInBackslash(std::string_view text) {
+    return !text.empty() && text.back() == '\\';
+}
+
+inline std::string withoutLeadingBlanks(const std::string& text) {
+    return text.substr(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+}
+
+/// Writes down what a walk reports, and holds the walk to what it promises.
+class Events : public kiv::MiniKDXParser {
+public:
+    struct Event {
+        char kind;
+        std::string first;
+        std::string second;
+        std::size_t line;
+        bool operator==(const Event& other) const {
+            return kind == other.kind && first == other.first && second == other.second &&
+                   line == other.line;
+        }
+    };
+
+    using MiniKDXParser::getLineNumber;
+    using MiniKDXParser::MiniKDXParser;
+
+    std::vector<Event> list;
+    std::string failure;
+
+    /// @return whether every line was KDX.
+    bool read() {
+        list.clear();
+        failure.clear();
+        depth = 0;
+        try {
+            parse();
+        } catch (const kiv::data::invalid& error) {
+            failure = error.message();
+        }
+        require(objectStack.size() == depth, "the stack holds what was opened and not closed");
+        return failure.empty();
+    }
+
+private:
+    void newObject(const std::string& type, const std::string& name) override {
+        add('o', type, name);
+        ++depth;
+    }
+    void newParameter(const std::string& name, const std::string& value) override {
+        add('p', name, value);
+    }
+    void endObject() override {
+        add('e', "", "");
+        depth -= depth == 0 ? 0 : 1;
+    }
+    void newAction(const std::string& action) override {
+        add('a', withoutLeadingBlanks(action), "");
+    }
+
+    void add(char kind, const std::string& first, const std::string& second) {
+        require(objectStack.size() == depth, "the stack shows the objects around the event");
+        require(getLineNumber() < getCommands().size(), "an event comes from a line");
+        require(list.empty() || list.back().line < getLineNumber(), "events come line by line");
+        list.push_back({kind, first, second, getLineNumber()});
+    }
+
+    std::size_t depth = 0;
+};
+
+}  // namespace fuzz

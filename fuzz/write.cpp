@@ -1,0 +1,85 @@
+// A map of any texts, a path to mark, a format: the text written.
+
+#include <kiv/KDXToStringMapMap.h>
+#include <kiv/StringMapMapToKDX.h>
+
+#include "Support.h"
+
+namespace {
+
+constexpr const char* kMark = "&replace ";
+
+// Per object a key, its parameters each behind a tab, and a line feed.
+kiv::StringMapMap mapOf(fuzz::Input& input) {
+    kiv::StringMapMap map;
+    for (const std::string& line : input.lines()) {
+        fuzz::Input pieces(reinterpret_cast<const std::uint8_t*>(line.data()), line.size());
+        auto& parameters = map[pieces.until('\t')];
+        while (!pieces.empty()) {
+            const std::string name = pieces.until('=');
+            parameters[name] = pieces.until('\t');
+        }
+    }
+    return map;
+}
+
+bool hasMark(const std::string& text) {
+    return text.find(kMark) != std::string::npos;
+}
+
+bool isPlain(const std::string& text) {
+    const auto plain = [](char c) { return c == '/' || c == ':' || (c >= 'a' && c <= 'z'); };
+    return std::all_of(text.begin(), text.end(), plain);
+}
+
+bool isPlain(const kiv::StringMapMap& map) {
+    return std::all_of(map.begin(), map.end(), [](const auto& object) {
+        return isPlain(object.first) &&
+               std::all_of(object.second.begin(), object.second.end(), [](const auto& parameter) {
+                   return isPlain(parameter.second) && isPlain(parameter.first) &&
+                          parameter.first.find_first_of("/:") == std::string::npos;
+               });
+    });
+}
+
+// Read and written once more, a map has its paths in the one form that readers give them, and an
+// entry for every object on the way.
+void requireStable(const std::string& text) {
+    kiv::StringMapMap map;
+    kiv::KDXToStringMapMap::convert(text, map);
+    std::string again;
+    kiv::StringMapMapToKDX::convert(map, again);
+    fuzz::require(again == text, "map, text, map, text");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Input input(data, size);
+    const unsigned options = input.byte();
+    const std::string replacePath = input.until('\n');
+    const kiv::StringMapMap map = mapOf(input);
+    const kiv::StringMapMapToKDX::Format format(static_cast<int>(options % 5), options % 2 == 0,
+                                                options % 3 == 0);
+
+    std::string text = "before";
+    kiv::StringMapMapToKDX::convert(replacePath, map, text, format);
+    std::string constructed;
+    const kiv::StringMapMapToKDX conversion(replacePath, map, constructed, format);
+    fuzz::require(text == "before" + constructed,
+                  "text is appended; the constructor does the same");
+
+    std::string unmarked;
+    kiv::StringMapMapToKDX::convert(map, unmarked, format);
+    const std::size_t mark = constructed.size() - unmarked.size();
+    fuzz::require(mark == 0 || mark == std::string_view(kMark).size(),
+                  "at most one object is marked");
+    if (mark != 0 && !hasMark(unmarked)) constructed.erase(constructed.find(kMark), mark);
+    fuzz::require(mark != 0 || constructed == unmarked, "the mark changes nothing else");
+    fuzz::require(hasMark(unmarked) || constructed == unmarked, "the mark changes nothing else");
+
+    std::string canonical;
+    kiv::StringMapMapToKDX::convert(map, canonical);
+    if (isPlain(map) && map.count("") == 0) requireStable(canonical);
+    return 0;
+}
