@@ -1,0 +1,11 @@
+#!/bin/sh
+# Builds the library as a 64-bit Windows DLL, and the tool and the tests against it, and runs the
+# tests under Wine.
+set -eu
+cd "$(dirname "$0")/.."
+
+scripts/install-deps.sh windows
+cmake --preset mingw
+cmake --build --preset mingw --parallel "$(nproc)"
+scripts/wine-run wineboot --init
+ctest --preset mingw
