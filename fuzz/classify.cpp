@@ -5,37 +5,74 @@
 
 #include "Support.h"
 
+namespace {
+
+using kiv::StringUtilities::removeWhitespace;
+using kiv::StringUtilities::simplifyWhitespace;
 using Parser = kiv::MiniKDXParser;
+
+struct Classified {
+    Parser::lineType kind;
+    std::string first;
+    std::string second;
+    bool operator==(const Classified& other) const {
+        return kind == other.kind && first == other.first && second == other.second;
+    }
+};
+
+Classified classify(const std::string& line) {
+    Classified result{Parser::lineUnrecognised, "left over", "left over"};
+    result.kind = Parser::determineLineType(line, result.first, result.second);
+    return result;
+}
+
+std::string trimmed(const std::string& line) {
+    const std::string text = fuzz::withoutLeadingBlanks(line);
+    if (text.empty() || text.front() == '!') return text;
+    const std::size_t hash = text.find('#');
+    const bool escaped = hash != std::string::npos && hash > 0 && text[hash - 1] == '\\';
+    return removeWhitespace(escaped ? text : text.substr(0, hash));
+}
+
+// The rules one after the other, without regard to speed.
+Classified classifyPlainly(const std::string& line) {
+    const std::string text = trimmed(line);
+    if (text.empty()) return {Parser::lineBlank, "", ""};
+    if (text.front() == '!' || text.front() == '$') return {Parser::lineVerbatim, "", ""};
+    if (text.front() == '>') return {Parser::lineAction, "", ""};
+    if (text == "END") return {Parser::lineEnd, "", ""};
+    const std::size_t stop = text.find_first_not_of(
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 &._");
+    const std::string name = text.substr(0, stop);
+    const char c = stop == std::string::npos ? '\0' : text[stop];
+    if (c != ':' && c != '=') return {Parser::lineUnrecognised, name, ""};
+    const std::string rest = text.substr(stop + 1);
+    if (c == ':') return {Parser::lineObject, simplifyWhitespace(name), simplifyWhitespace(rest)};
+    return {Parser::lineParameter, simplifyWhitespace(name), removeWhitespace(rest)};
+}
+
+}  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string line = fuzz::Input(data, size).all();
-    std::string first = "left over";
-    std::string second = "left over";
-    const auto kind = Parser::determineLineType(line, first, second);
-    fuzz::require(kind == Parser::determineLineType(line), "both overloads agree");
-    fuzz::require(kind == Parser::determineLineType(" \t" + line + " \r"),
-                  "outer blanks do not matter");
+    const Classified result = classify(line);
+    fuzz::require(result == classifyPlainly(line), "the rules hold, one after the other");
+    fuzz::require(result.kind == Parser::determineLineType(line), "both overloads agree");
 
-    std::string alias = line;
-    fuzz::require(Parser::determineLineType(alias, alias, second) == kind && alias == first,
-                  "the line may be an output");
+    std::string first = line;
+    std::string second = line;
+    Parser::determineLineType(first, first, second);
+    fuzz::require(first == result.first && second == result.second,
+                  "the line may be the first half");
+    second = line;
+    Parser::determineLineType(second, first, second);
+    fuzz::require(first == result.first && second == result.second,
+                  "the line may be the second half");
 
-    const bool object = kind == Parser::lineObject;
-    if (object || kind == Parser::lineParameter) {
-        std::string name;
-        std::string rest;
-        const std::string again = first + (object ? ":" : "=") + second;
-        fuzz::require(
-            Parser::determineLineType(again, name, rest) == kind && name == first && rest == second,
-            "the halves make the same line");
-        fuzz::require(first == kiv::StringUtilities::simplifyWhitespace(first),
-                      "the first half has simple whitespace");
-        fuzz::require(second == kiv::StringUtilities::removeWhitespace(second),
-                      "the second half has no outer blanks");
-    } else {
-        fuzz::require(second.empty(), "other lines have no second half");
-        fuzz::require(first.empty() || kind == Parser::lineUnrecognised,
-                      "only unrecognised lines have a first half alone");
+    if (result.kind == Parser::lineObject || result.kind == Parser::lineParameter) {
+        const char* separator = result.kind == Parser::lineObject ? ": " : " = ";
+        fuzz::require(classify(result.first + separator + result.second) == result,
+                      "the halves make the same line");
     }
 
     const std::string text = kiv::KDXFormatting::removeComment(line);
