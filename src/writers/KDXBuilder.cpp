@@ -60,7 +60,6 @@ KDXBuilder::KDXBuilder(const std::string& rootPath) : KDXBuilder() {
     pushRoot(rootPath);
 }
 KDXBuilder::KDXBuilder(const KDXBuilder&) = default;
-KDXBuilder& KDXBuilder::operator=(const KDXBuilder&) = default;
 KDXBuilder::~KDXBuilder() = default;
 
 KDXBuilder::KDXBuilder(KDXBuilder&& other) noexcept
@@ -68,6 +67,10 @@ KDXBuilder::KDXBuilder(KDXBuilder&& other) noexcept
       indentStep(std::exchange(other.indentStep, {})),
       indent(std::exchange(other.indent, {})),
       text(std::exchange(other.text, {})) {}
+
+KDXBuilder& KDXBuilder::operator=(const KDXBuilder& other) {
+    return *this = KDXBuilder(other);  // an allocation that fails leaves the builder unchanged
+}
 
 KDXBuilder& KDXBuilder::operator=(KDXBuilder&& other) noexcept {
     level = other.level;
