@@ -48,6 +48,8 @@ SystemMsg& SystemMsg::arg(std::int32_t argument) {
     return *this;
 }
 
+// By value, as the interface that this stands in for has it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 UserMsg& UserMsg::arg(std::string argument) {
     fillNextToken(shownText, argument);
     fillNextToken(loggedText, argument);

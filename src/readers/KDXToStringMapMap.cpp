@@ -145,7 +145,7 @@ void KDXToStringMapMap::closeObject() {
 // Text mostly comes in the order of the map, so that an object belongs right behind the one before.
 KDXToStringMapMap::Entry KDXToStringMapMap::enterPath() {
     if (!converting) return outputMap.try_emplace(path).first;
-    const Entry entry = outputMap.try_emplace(nextEntry, path);
+    const auto entry = outputMap.try_emplace(nextEntry, path);
     nextEntry = std::next(entry);
     return entry;
 }

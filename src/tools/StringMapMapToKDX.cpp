@@ -53,7 +53,7 @@ private:
 
     std::string& text;
     std::size_t used = 0;
-    std::array<char, 4096> buffer;
+    std::array<char, 4096> buffer{};
 };
 
 /// What stands in for a Text to learn how much storage it needs.
@@ -116,7 +116,7 @@ public:
 private:
     struct OpenObject {
         PathComponent component;
-        std::size_t end;  // of the component in the previous path
+        std::size_t end = 0;  // of the component in the previous path
     };
 
     /// How many components the path begins with that the previous path has, too, letter by letter.
