@@ -98,7 +98,7 @@ private:
     void take(const ReadyCut::Step& step) {
         switch (step.kind) {
             case ReadyCut::Kind::object: {
-                const Entry hint = open.empty() ? map.end() : std::next(last);
+                const auto hint = open.empty() ? map.end() : std::next(last);
                 last = map.emplace_hint(hint, cut(step.firstLength), kParameters);
                 open.push_back(last);
                 return;

@@ -32,7 +32,7 @@ void measure(benchmark::State& state, const bench::JobType& type, const bench::C
         state.SkipWithError(("saw " + toText(job->counts())).c_str());
         return;
     }
-    for (auto iteration : state) {
+    for ([[maybe_unused]] const auto iteration : state) {
         state.PauseTiming();
         job->prepare();
         joinFreeBlocks();
