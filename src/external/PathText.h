@@ -76,8 +76,11 @@ int comparePaths(std::string_view left, std::string_view right, std::size_t same
 
 /// Appends the path text of one component, in the form that the keys of a map have.
 inline void appendComponent(std::string& pathText, std::string_view type, std::string_view name) {
-    pathText.append(1, '/').append(type);
-    if (!name.empty() && name != type) pathText.append(1, ':').append(name);
+    pathText += '/';
+    pathText += type;
+    if (name.empty() || name == type) return;
+    pathText += ':';
+    pathText += name;
 }
 
 }  // namespace kiv::detail

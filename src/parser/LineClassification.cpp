@@ -5,7 +5,6 @@
 #include "external/Blank.h"
 #include "external/Whitespace.h"
 #include "parser/LineTrimming.h"
-#include "parser/NameCharacter.h"
 
 // A line, without its comment and outer blanks, is
 //
@@ -22,28 +21,6 @@ namespace kiv {
 namespace detail {
 namespace {
 
-/// The name characters that a text begins with.
-struct NameRun {
-    std::size_t wordLength;  // up to the first space
-    std::size_t length;
-    char stop;  // the byte behind them, '\0' at the end of the text
-};
-
-/// The run at the beginning of the text, of which so many bytes are known to belong to it.
-NameRun nameRun(std::string_view text, std::size_t length) {
-    while (length < text.size() && isWordCharacter(text[length])) ++length;
-    const std::size_t wordLength = length;
-    while (length < text.size() && isNameCharacter(text[length])) ++length;
-    return {wordLength, length, length < text.size() ? text[length] : '\0'};
-}
-
-/// The run without blanks that carry no meaning, in `storage` where it needs one.
-std::string_view nameOf(std::string_view text, const NameRun& run, std::string& storage) {
-    // One word, and a space behind it if any, is what most lines begin with.
-    if (run.length - run.wordLength <= 1) return text.substr(0, run.wordLength);
-    return simplified(withoutTrailingBlanks(text.substr(0, run.length)), storage);
-}
-
 /// The kind of a line, without leading blanks, that is neither an object nor a parameter. The
 /// comment begins behind the name characters at the earliest.
 LineType classifyOther(std::string_view text, std::size_t nameLength) {
@@ -59,28 +36,19 @@ LineType classifyOther(std::string_view text, std::size_t nameLength) {
 
 // A name holds no '#', so that what ends it decides before anything is known of a comment.
 LineType classifyLine(std::string_view line, std::size_t nameLength) {
-    const std::string_view text = withoutLeadingBlanks(line);
+    const std::string_view text = withoutIndentation(line);
     const NameRun run = nameRun(text, nameLength);
     if (run.stop == ':') return MiniKDXParser::lineObject;
     if (run.stop == '=') return MiniKDXParser::lineParameter;
     return classifyOther(text, run.length);
 }
 
-LineType LineSplitter::split(std::string_view line) {
-    const std::string_view text = withoutLeadingBlanks(line);
-    const NameRun run = nameRun(text, 0);
-    if (run.stop != ':' && run.stop != '=') {
-        const LineType kind = classifyOther(text, run.length);
-        const bool known = kind != MiniKDXParser::lineUnrecognised;
-        firstHalf = known ? std::string_view() : trimLine(text).substr(0, run.length);
-        secondHalf = {};
-        return kind;
-    }
-    firstHalf = nameOf(text, run, simplifiedFirst);
-    secondHalf = withoutOuterBlanks(withoutComment(text.substr(run.length + 1), 0));
-    if (run.stop == '=') return MiniKDXParser::lineParameter;
-    secondHalf = simplified(secondHalf, simplifiedSecond);
-    return MiniKDXParser::lineObject;
+LineType LineSplitter::splitOther(std::string_view text, std::size_t nameLength) {
+    const LineType kind = classifyOther(text, nameLength);
+    const bool known = kind != MiniKDXParser::lineUnrecognised;
+    firstHalf = known ? std::string_view() : trimLine(text).substr(0, nameLength);
+    secondHalf = {};
+    return kind;
 }
 
 }  // namespace detail

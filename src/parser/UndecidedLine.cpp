@@ -42,6 +42,7 @@ void UndecidedLine::clear() {
 
 UndecidedLine::Outcome UndecidedLine::addFirst(std::string_view line) {
     const auto kind = classifyLine(line);
+    if (line.find('\\') == std::string_view::npos) return {kind, false};  // nearly every line
     const std::string_view commentless = removeComment(line);
     if (!isContinued(commentless)) return {kind, false};
     if (kind == MiniKDXParser::lineUnrecognised) {

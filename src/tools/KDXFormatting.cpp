@@ -21,7 +21,7 @@ public:
     explicit Indenter(std::size_t lineCount) { indented.reserve(lineCount); }
 
     void add(std::string_view line) {
-        const std::string_view stripped = detail::withoutLeadingBlanks(line);
+        const std::string_view stripped = detail::withoutIndentation(line);
         const bool spaced = continuing && stripped.size() < line.size();
         if (kind != MiniKDXParser::lineUnrecognised) {
             addToKnown(stripped, spaced);
@@ -83,9 +83,8 @@ private:
     static std::size_t margin(bool spaced) { return spaced ? kStep : 0; }
 
     void write(std::size_t indentation, std::string_view stripped) {
-        std::string& line = indented.emplace_back();
-        line.reserve(indentation + stripped.size());
-        line.append(indentation, ' ').append(stripped);
+        std::string& line = indented.emplace_back(indentation + stripped.size(), ' ');
+        stripped.copy(line.data() + indentation, stripped.size());
     }
 
     void startLogicalLine() {
