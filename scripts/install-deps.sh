@@ -3,6 +3,7 @@
 #
 #   scripts/install-deps.sh          what building and testing need
 #   scripts/install-deps.sh check    that, and what .ci/run needs besides
+#   scripts/install-deps.sh windows  what building and testing need, and what scripts/test-windows.sh needs besides
 set -eu
 
 packages="g++ cmake ninja-build pkg-config python3 \
@@ -10,7 +11,8 @@ packages="g++ cmake ninja-build pkg-config python3 \
 case "${1-}" in
     '') ;;
     check) packages="$packages clang clang-tidy clang-format gcovr valgrind" ;;
-    *) echo "usage: $0 [check]" >&2; exit 2 ;;
+    windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
+    *) echo "usage: $0 [check | windows]" >&2; exit 2 ;;
 esac
 
 log=$(mktemp)

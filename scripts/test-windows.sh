@@ -1,6 +1,5 @@
 #!/bin/sh
-# Builds the library as a 64-bit Windows DLL, and the tool and the tests against it, and runs the
-# tests under Wine.
+# Builds the library as a 64-bit Windows DLL, and the tests against it, and runs them under Wine.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -9,3 +8,4 @@ cmake --preset mingw
 cmake --build --preset mingw --parallel "$(nproc)"
 scripts/wine-run wineboot --init
 ctest --preset mingw
+scripts/wine-run build/mingw/bin/kivTests.exe --gtest_brief=1

@@ -47,12 +47,13 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     }
 }
 
-void operator delete(void* memory) noexcept {
+// Inlined, its free() would look to g++ like the wrong end of a plain new.
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     if (memory != nullptr) --liveAllocations;
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept {
     operator delete(memory);
 }
 
