@@ -21,9 +21,17 @@ namespace kiv {
 namespace detail {
 namespace {
 
+/// Whether the text is an END, at most with a space and a comment behind it, as writers write it.
+bool isPlainEnd(std::string_view text, std::size_t nameLength) {
+    const std::string_view name = text.substr(0, nameLength);
+    if (name != "END" && name != "END ") return false;
+    return nameLength == text.size() || text[nameLength] == '#';
+}
+
 /// The kind of a line, without leading blanks, that is neither an object nor a parameter. The
 /// comment begins behind the name characters at the earliest.
 LineType classifyOther(std::string_view text, std::size_t nameLength) {
+    if (isPlainEnd(text, nameLength)) return MiniKDXParser::lineEnd;
     const std::string_view trimmed = trimLine(text, nameLength);
     if (trimmed.empty()) return MiniKDXParser::lineBlank;
     if (trimmed.front() == '!' || trimmed.front() == '$') return MiniKDXParser::lineVerbatim;

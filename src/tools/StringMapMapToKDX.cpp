@@ -85,29 +85,31 @@ public:
     void write(const StringMapMap::value_type& object, std::size_t shared) {
         const std::string_view path = object.first;
         std::size_t depth = sharedDepth(path, shared);
-        PathCursor cursor(path, depth == 0 ? 0 : open[depth - 1].end);
+        std::size_t end = depth == 0 ? 0 : open[depth - 1].end;
+        PathCursor cursor(path, end);
+        PathComponent component;
         // Components may be the same without being written alike: "/A" and "/A:A".
-        PathCursor behind = cursor;
-        while (depth < open.size() && !cursor.atEnd() && cursor.next() == open[depth].component) {
-            open[depth++].end = cursor.position();
-            behind = cursor;
+        while (end != path.size()) {
+            component = cursor.next();
+            if (depth == open.size() || component != open[depth].component) break;
+            end = open[depth++].end = cursor.position();
         }
-        const bool samePath = behind.atEnd() && depth == open.size();
+        const bool samePath = end == path.size() && depth == open.size();
         if (samePath && depth != 0) return;
 
         closeDownTo(depth);
         if (markPending) startOpenPath();
-        while (!behind.atEnd()) {
-            const PathComponent component = behind.next();
-            openObject(component);
-            open.push_back({component, behind.position()});
+        if (end != path.size()) openObject(component, cursor.position());
+        while (!cursor.atEnd()) {
+            component = cursor.next();
+            openObject(component, cursor.position());
         }
         for (const auto& [name, value] : object.second) writeParameter(name, value);
     }
 
     void closeDownTo(std::size_t depth) {
         while (open.size() > depth) {
-            const PathComponent object = open.back().component;
+            const OpenObject object = open.back();
             open.pop_back();
             writeEnd(object);
         }
@@ -116,7 +118,8 @@ public:
 private:
     struct OpenObject {
         PathComponent component;
-        std::size_t end = 0;  // of the component in the previous path
+        std::string_view shownName;  // empty where it is the type
+        std::size_t end = 0;         // of the component in the previous path
     };
 
     /// How many components the path begins with that the previous path has, too, letter by letter.
@@ -136,13 +139,16 @@ private:
             detail::appendComponent(openPath, object.component.type, object.component.name);
     }
 
-    void openObject(const PathComponent& object) {
+    void openObject(const PathComponent& object, std::size_t end) {
+        const std::string_view shownName =
+            object.name == object.type ? object.name.substr(0, 0) : object.name;
         writeMark(object);
         writeIndent();
         out.append(object.type);
         out.append(objectSeparator);
-        writeNameUnlessType(object);
+        out.append(shownName);
         out.append("\n");
+        open.push_back({object, shownName, end});
     }
 
     void writeMark(const PathComponent& object) {
@@ -153,14 +159,14 @@ private:
         markPending = false;
     }
 
-    void writeEnd(const PathComponent& object) {
+    void writeEnd(const OpenObject& object) {
         writeIndent();
         out.append("END");
         if (commentEnds) {
             out.append(" # ");
-            out.append(object.type);
+            out.append(object.component.type);
             out.append(":");
-            writeNameUnlessType(object);
+            out.append(object.shownName);
         }
         out.append("\n");
     }
@@ -171,10 +177,6 @@ private:
         out.append(parameterSeparator);
         out.append(value);
         out.append("\n");
-    }
-
-    void writeNameUnlessType(const PathComponent& object) {
-        if (object.name != object.type) out.append(object.name);
     }
 
     void writeIndent() { out.appendBlanks(open.size() * indentWidth); }
