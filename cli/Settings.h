@@ -4,6 +4,9 @@
 
 namespace kdx {
 
+/// The largest limit that an option takes.
+constexpr std::size_t kMaxCount = 1000000000;
+
 /// What holds for every command.
 struct Settings {
     bool json = false;        ///< diagnostics, and the results of some commands, as JSON lines

@@ -46,6 +46,7 @@ void addSettings(CLI::App& app, Settings& settings, std::string& color) {
         ->check(CLI::Range(std::size_t{1}, kMaxJobs).description(""));
     app.add_option("--max-depth", settings.maxDepth, "Levels that objects may be nested")
         ->type_name("N")
+        ->check(CLI::Range(std::size_t{0}, kMaxCount).description(""))
         ->capture_default_str();
 }
 

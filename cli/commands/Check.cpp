@@ -43,6 +43,7 @@ void addCheck(CLI::App& app, Session& session) {
         ->add_option("--max-errors", options->maxErrors,
                      "Errors, and as many warnings, to show for a file; 0 shows all")
         ->type_name("N")
+        ->check(CLI::Range(std::size_t{0}, kMaxCount).description(""))
         ->capture_default_str();
     command->footer("Example:\n  kdx check --strict configs/ extra.kdx");
     command->callback([options, &session] { session.status = run(*options, session.settings); });

@@ -69,7 +69,7 @@ void addWrite(CLI::App& app, Session& session) {
     addFile(*command, options->file);
     command->add_option("--indent", options->indent, "Blanks for each level of nesting")
         ->type_name("N")
-        ->check(CLI::Range(0, kMaxIndent))
+        ->check(CLI::Range(0, kMaxIndent).description(""))
         ->capture_default_str();
     command->add_flag("--compact", options->compact, "Put no blanks around ':' and '='");
     command->add_flag("--no-end-comments", options->noEndComments,

@@ -213,6 +213,7 @@ class Program(KdxTest):
             ("write --help", 0, "Example:"), ("--version", 0, "kdx 1."), ("", 2, "subcommand"),
             ("frob", 2, "kdx: "), ("check --frob", 2, "--frob"), ("check -j 0", 2, "--jobs"),
             ("map --only A --without B", 2, "--without"), ("write --indent -1", 2, "--indent"),
+            ("check --max-errors -1", 2, "--max-errors"), ("check --max-depth -1", 2, "--max-dep"),
         ]:
             with self.subTest(arguments=arguments):
                 got, output, errors = self.run_kdx(arguments)
