@@ -33,6 +33,14 @@ std::size_t depthOf(const kiv::StringMapMap& map) {
     return depth;
 }
 
+/// Whether an object with this path is written: one of the map, or one around such a one.
+bool hasObject(const kiv::StringMapMap& map, const std::string& path) {
+    if (map.count(path) != 0) return true;
+    const std::string inside = path + '/';
+    const auto next = map.lower_bound(inside);
+    return next != map.end() && next->first.compare(0, inside.size(), inside) == 0;
+}
+
 Outcome writeFile(const std::string& file, const Options& options, const Settings& settings) {
     const Source source = readSource(file);
     const kiv::StringMapMap map = readJson(source.text());
@@ -48,10 +56,10 @@ Outcome writeFile(const std::string& file, const Options& options, const Setting
     if (outcome.status != Status::fine) return outcome;
 
     const std::string& path = options.replacePath;
+    if (!path.empty() && !hasObject(map, path))
+        throw Trouble("has no object " + shown(path) + " to replace");
     kiv::StringMapMapToKDX::convert(path, map, outcome.results,
                                     {options.indent, !options.compact, !options.noEndComments});
-    if (!path.empty() && outcome.results.find("&replace ") == std::string::npos)
-        throw Trouble("has no object " + shown(path) + " to replace");
     return outcome;
 }
 

@@ -202,8 +202,9 @@ class Write(KdxTest):
              "object key - unexpected end of input; expected string literal"),
         ]:
             self.expect("write", text, 2, "", "<stdin>: error: " + reason + "\n")
-        self.expect("write --replace /B", SAMPLE_MAP, 2, "",
-                    "<stdin>: error: has no object /B to replace\n")
+        for text in [SAMPLE_MAP, '{"/BC/D": {"x": "a &replace mark"}, "/B C": {}}']:
+            self.expect("write --replace /B", text, 2, "",
+                        "<stdin>: error: has no object /B to replace\n")
 
 
 class Program(KdxTest):
