@@ -51,3 +51,9 @@ kiv_add_consumer(own_external -D KIV_SOURCE_DIR=${PROJECT_SOURCE_DIR})
 kiv_add_consumer(pkg_config)
 set_tests_properties(consumer.pkg_config PROPERTIES
     ENVIRONMENT PKG_CONFIG_PATH=${installedPrefix}/${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+if(KIV_BUILD_TOOL)
+    add_test(NAME consumer.tool
+        COMMAND ${installedPrefix}/${CMAKE_INSTALL_BINDIR}/kdx --version)
+    set_tests_properties(consumer.tool PROPERTIES FIXTURES_REQUIRED installed)
+endif()
