@@ -6,10 +6,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -19,7 +20,7 @@ namespace fuzz {
 /// Ends the process, which a fuzzer takes for a finding, where a law does not hold.
 inline void require(bool holds, const char* law) {
     if (holds) return;
-    std::fprintf(stderr, "BROKEN LAW: %s\n", law);
+    std::cerr << "BROKEN LAW: " << law << '\n';
     std::abort();
 }
 

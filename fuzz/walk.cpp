@@ -23,7 +23,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     });
     if (!complete || continued) return 0;
     for (std::string& line : walk.getCommands())
-        if (line.find('>') == std::string::npos) line = "\t" + line + "\r";
+        if (line.find('>') == std::string::npos) line.insert(0, "\t").append("\r");
     walk.read();
     fuzz::require(walk.list == events, "outer blanks and carriage returns carry no meaning");
     return 0;
