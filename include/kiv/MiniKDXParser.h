@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace kiv {
+
 /// Reads KDX text, given as a list of lines, and reports what it finds to a subclass.
 ///
 /// Derive from it, override the callbacks that matter, and call parse():
