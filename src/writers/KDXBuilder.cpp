@@ -80,6 +80,9 @@ KDXBuilder& KDXBuilder::operator=(KDXBuilder&& other) noexcept {
     return *this;
 }
 
+// An argument may be the text itself, which getKDX() hands out and which grows while the line is
+// written. So its length is taken first, and no more than that is appended of it.
+
 /// Makes a change of several steps, or none of it when one of them throws.
 template <typename Change>
 void KDXBuilder::changeWholly(Change change) {
@@ -97,16 +100,20 @@ void KDXBuilder::changeWholly(Change change) {
 }
 
 void KDXBuilder::pushObject(const std::string& type, const std::string& name) {
+    const std::size_t typeLength = type.size();
+    const std::size_t nameLength = name.size();
     changeWholly([&] {
-        text.append(indent).append(type).append(": ").append(name).append("\n");
+        text.append(indent).append(type, 0, typeLength).append(": ");
+        text.append(name, 0, nameLength).append("\n");
         indent += indentStep;
         ++level;
     });
 }
 
 void KDXBuilder::pushObject(const std::string& type) {
+    const std::size_t typeLength = type.size();
     changeWholly([&] {
-        text.append(indent).append(type).append(":\n");
+        text.append(indent).append(type, 0, typeLength).append(":\n");
         indent += indentStep;
         ++level;
     });
@@ -151,9 +158,10 @@ void KDXBuilder::popAll() {
 }
 
 void KDXBuilder::addParam(const std::string& name, const std::string& value) {
+    const std::size_t valueLength = value.size();
     changeWholly([&] {
         addParamCommon(name);
-        text.append(value).append("\n");
+        text.append(value, 0, valueLength).append("\n");
     });
 }
 
@@ -182,9 +190,10 @@ void KDXBuilder::addAction(const std::string& action) {
 }
 
 void KDXBuilder::addAction(const std::string& action, const std::string& params) {
+    const std::size_t paramsLength = params.size();
     changeWholly([&] {
         addActionCommon(action);
-        text.append(params).append("\n");
+        text.append(params, 0, paramsLength).append("\n");
     });
 }
 
@@ -215,7 +224,8 @@ void KDXBuilder::addActionCommon(const std::string& action) {
 }
 
 void KDXBuilder::addParamCommon(const std::string& name) {
-    text.append(indent).append(name).append(" = ");
+    const std::size_t nameLength = name.size();
+    text.append(indent).append(name, 0, nameLength).append(" = ");
 }
 
 void KDXBuilder::requireRootLevel() const {

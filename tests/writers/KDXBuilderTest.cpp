@@ -84,6 +84,17 @@ TEST(KDXBuilder, writesWhatEachCallSays) {
                  [](KDXBuilder& b) { b.pushRoot("/Sample:s1/Channel:Channel/A:b:c"); }},
              Row{"A:\n  B: x\n  END\nEND\n",
                  [](KDXBuilder& b) { b.pushObject("A"), b.pushRoot("/B:x"); }},
+             // the builder's own text as an argument
+             Row{"x = 1\nx = x = 1\n\n",
+                 [](KDXBuilder& b) { b.addParam("x", 1), b.addParam("x", b.getKDX()); }},
+             Row{">Go \n>Go >Go \n\n",
+                 [](KDXBuilder& b) { b.addAction("Go"), b.addAction("Go", b.getKDX()); }},
+             Row{": \n  : \n:\n    : \n  : \n:\n = \n  END\nEND\n",
+                 [](KDXBuilder& b) {
+                     const std::string& own = b.getKDX();
+                     b.pushObject(own, own), b.pushObject(own);
+                     b.addParam(own, "");
+                 }},
          }) {
         KDXBuilder builder;
         call(builder);
