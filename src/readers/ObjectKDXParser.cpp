@@ -99,7 +99,8 @@ void ObjectKDXParser::endObject() {
     collecting = false;
     if (byName) return;
     forgetClosedGroups();
-    typeResults[resultKey()] = std::exchange(results, {});
+    typeResults[resultKey()].swap(results);  // a key that cannot be made loses no line
+    results.clear();
 }
 
 bool ObjectKDXParser::isMatch(const std::string& type, const std::string& name) const {
