@@ -23,13 +23,15 @@ KIV_KDX_EXPORT std::string removeComment(const std::string& line);
 /// actions and verbatim lines stand at the margin. Comments and blank lines stay, and so does
 /// whatever stands at a line's end.
 ///
-/// There is one line for each line of the input, but for two kinds that no reader accepts, which
-/// are left out: a line that begins with a backslash and continues nothing, and a continuation that
-/// is empty or begins with a backslash while it is not yet clear what its line is.
+/// There is one line for each line of the input, but for two kinds, which are left out: a line that
+/// begins with a backslash and continues nothing, and a continuation that is blank or begins with a
+/// backslash while it is not yet clear what its line is. A reader may accept such a line all the
+/// same: a lone backslash before or within a line that is KDX without it, or the line behind a
+/// comment that ends in a backslash, which continues the comment for a reader, but not here.
 ///
-/// The text means to a reader what it meant before, and indenting it once more changes nothing,
-/// provided that every line of it is KDX and none was left out. The exception to the latter is an
-/// END that is itself cut in two by a continuation.
+/// The text means to a reader what it meant before, leading blanks of actions aside, and indenting
+/// it once more changes nothing, provided that every line of it is KDX and none was left out. The
+/// exception to the latter is an END that is itself cut in two by a continuation.
 ///
 /// Indentation grows with depth: n objects inside one another make n * n blanks.
 KIV_KDX_EXPORT std::vector<std::string> indentKDX(const std::vector<std::string>& lines);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <kiv/KDXFormatting.h>
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -10,10 +11,20 @@
 using kiv::KDXFormatting::indentKDX;
 using kiv::KDXFormatting::removeComment;
 
+namespace {
+
+struct Row {
+    const char *before, *after;
+};
+
+void expectIndented(std::initializer_list<Row> rows) {
+    for (const auto& [before, after] : rows)
+        EXPECT_EQ(joined(indentKDX(lines(before))), after) << before;
+}
+
+}  // namespace
+
 TEST(RemoveComment, cutsAtTheFirstHash) {
-    struct Row {
-        const char *line, *rest;
-    };
     for (const auto& [line, rest] :
          {Row{"gain = 10 # dB", "gain = 10"}, Row{"  gain = 10\t", "gain = 10"}, Row{" # only", ""},
           Row{"", ""}, Row{" \t\r", ""}, Row{"#", ""}, Row{"x = a\\#b # c", "x = a\\"},
@@ -30,75 +41,64 @@ TEST(IndentKDX, indentsADocument) {
 }
 
 TEST(IndentKDX, indentsByNesting) {
-    struct Row {
-        const char *before, *after;
-    };
-    for (const auto& [before, after] : {
-             Row{"A:|B:|END|END", "A:|  B:|  END|END"},
-             Row{"  END|\tEND # x|x=1|A:|END|END|B:", "END|END # x|x=1|A:|END|END|B:"},
-             Row{"A:|  >run # c |\t$v|! v|  #c |  odd - ", "A:|>run # c |$v|! v|#c |  odd - "},
-             Row{"|  |\t\r|x=1", "|||x=1"},
-             Row{"A:\r|x=1 # c  |END\r", "A:\r|  x=1 # c  |END\r"},
-         })
-        EXPECT_EQ(joined(indentKDX(lines(before))), after) << before;
+    expectIndented({
+        {"A:|B:|END|END", "A:|  B:|  END|END"},
+        {"  END|\tEND # x|x=1|A:|END|END|B:", "END|END # x|x=1|A:|END|END|B:"},
+        {"A:|  >run # c |\t$v|! v|  #c |  odd - ", "A:|>run # c |$v|! v|#c |  odd - "},
+        {"|  |\t\r|x=1", "|||x=1"},
+        {"A:\r|x=1 # c  |END\r", "A:\r|  x=1 # c  |END\r"},
+    });
 }
 
 TEST(IndentKDX, indentsContinuationsOfAKnownKind) {
-    struct Row {
-        const char *before, *after;
-    };
-    for (const auto& [before, after] : {
-             Row{"A:|x = 1, \\|2, \\|  3|y = 1|END", "A:|  x = 1, \\|    2, \\|    3|  y = 1|END"},
-             Row{"Sample: \\|  s1|END", "Sample: \\|    s1|END"},
-             Row{"A:|x = \\|  # c", "A:|  x = \\|  # c"},
-             Row{"A:|x = \\|# c", "A:|  x = \\|# c"},
-             Row{"A:|x = \\|    \\y", "A:|  x = \\|  \\y"},
-             Row{"A:|x = \\||y=1", "A:|  x = \\||  y=1"},
-             Row{"A:|x = \\|   |y=1", "A:|  x = \\|  |  y=1"},
-             Row{"A:|>go \\|    now \\|then|x=1", "A:|>go \\|  now \\|then|  x=1"},
-             Row{"A:| $v\\|  w|!v # c\\|   w", "A:|$v\\|  w|!v # c\\|  w"},
-             Row{"END\\|  x", "END\\|x"},  // no END: a first piece of some name
-             // what the first line says without its comment decides whether it is continued
-             Row{"A:|x = 1 # c \\|y=1", "A:|  x = 1 # c \\|  y=1"},
-             Row{"A:|x = 1 \\ \t|y=1", "A:|  x = 1 \\ \t|    y=1"},
-             Row{"A:|x = a\\#b|y=1|z=1", "A:|  x = a\\#b|    y=1|  z=1"},
-             // of a later one the very last character does
-             Row{"A:|x = 1 \\|2 \\ |y=1", "A:|  x = 1 \\|    2 \\ |  y=1"},
-             Row{"A:|x = 1 \\|2 # c\\|3|y=1", "A:|  x = 1 \\|    2 # c\\|    3|  y=1"},
-         })
-        EXPECT_EQ(joined(indentKDX(lines(before))), after) << before;
+    expectIndented({
+        {"A:|x = 1, \\|2, \\|  3|y = 1|END", "A:|  x = 1, \\|    2, \\|    3|  y = 1|END"},
+        {"Sample: \\|  s1|END", "Sample: \\|    s1|END"},
+        {"A:|x = \\|  # c", "A:|  x = \\|  # c"},
+        {"A:|x = \\|# c", "A:|  x = \\|# c"},
+        {"A:|x = \\|    \\y", "A:|  x = \\|  \\y"},
+        {"A:|x = \\||y=1", "A:|  x = \\||  y=1"},
+        {"A:|x = \\|   |y=1", "A:|  x = \\|  |  y=1"},
+        {"A:|>go \\|    now \\|then|x=1", "A:|>go \\|  now \\|then|  x=1"},
+        {"A:| $v\\|  w|!v # c\\|   w", "A:|$v\\|  w|!v # c\\|  w"},
+        {"END\\|  x", "END\\|x"},  // no END: a first piece of some name
+        // what the first line says without its comment decides whether it is continued
+        {"A:|x = 1 # c \\|y=1", "A:|  x = 1 # c \\|  y=1"},
+        {"A:|x = 1 \\ \t|y=1", "A:|  x = 1 \\ \t|    y=1"},
+        {"A:|x = a\\#b|y=1|z=1", "A:|  x = a\\#b|    y=1|  z=1"},
+        // of a later one the very last character does
+        {"A:|x = 1 \\|2 \\ |y=1", "A:|  x = 1 \\|    2 \\ |  y=1"},
+        {"A:|x = 1 \\|2 # c\\|3|y=1", "A:|  x = 1 \\|    2 # c\\|    3|  y=1"},
+    });
 }
 
 TEST(IndentKDX, indentsContinuationsWhoseKindIsOpen) {
-    struct Row {
-        const char *before, *after;
-    };
-    for (const auto& [before, after] : {
-             Row{"Sample \\|  : s1|x=1|END", "Sample \\|  : s1|  x=1|END"},
-             Row{"Sample \\|: s1|x=1", "Sample \\|: s1|  x=1"},
-             Row{"A:|B \\|      : s1|x=1", "A:|  B \\|  : s1|    x=1"},
-             Row{"A:|B \\|: s1|x=1", "A:|  B \\|: s1|    x=1"},
-             Row{"A:|ga\\|in = 1 \\|2", "A:|  ga\\|    in = 1 \\|    2"},
-             Row{"ga\\|  in = 1", "ga\\|  in = 1"},
-             Row{"A:|a\\|      b\\|c\\|#x", "A:|  a\\|  b\\|c\\|#x"},
-             Row{"A:|a\\|      #x|b", "A:|  a\\|  #x|  b"},
-             // never more than a comment, and never decided
-             Row{"A:|a - \\|b: \\|c", "A:|  a - \\|b: \\|c"},
-             Row{"\\|  # c|  x=1", "  # c|x=1"},
-             Row{"\\|  x=1", "  x=1"},
-             // END: whole, cut in two, and spoiled
-             Row{"A:|B:|END \\|b = 1", "A:|  B:|    END \\|      b = 1"},
-             Row{"A:|B:|EN\\|D|x=1", "A:|  B:|    EN\\|  D|  x=1"},
-             Row{"A:|B:|EN\\|  D|x", "A:|  B:|    EN\\|    D|    x"},
-             Row{"A:|B:|END \\||x=1", "A:|  B:|    END \\|  |  x=1"},
-             Row{"A:|B:|END\t\\||x=1", "A:|  B:|    END\t\\|  |  x=1"},
-             Row{"A:|B:|END\t\\|  # c|x=1", "A:|  B:|    END\t\\|  # c|  x=1"},
-             Row{"A:|B:|END\t\\|x|x=1", "A:|  B:|    END\t\\|x|    x=1"},
-             // left out
-             Row{"a=1|  \\ x|b=2", "a=1|b=2"},
-             Row{"Sample \\||: s1", "Sample \\|: s1"},
-             Row{"Sample \\|  \\|: s1", "Sample \\|: s1"},
-             Row{"\\|\\|\\", ""},
-         })
-        EXPECT_EQ(joined(indentKDX(lines(before))), after) << before;
+    expectIndented({
+        {"Sample \\|  : s1|x=1|END", "Sample \\|  : s1|  x=1|END"},
+        {"Sample \\|: s1|x=1", "Sample \\|: s1|  x=1"},
+        {"A:|B \\|      : s1|x=1", "A:|  B \\|  : s1|    x=1"},
+        {"A:|B \\|: s1|x=1", "A:|  B \\|: s1|    x=1"},
+        {"A:|ga\\|in = 1 \\|2", "A:|  ga\\|    in = 1 \\|    2"},
+        {"ga\\|  in = 1", "ga\\|  in = 1"},
+        {"A:|a\\|      b\\|c\\|#x", "A:|  a\\|  b\\|c\\|#x"},
+        {"A:|a\\|      #x|b", "A:|  a\\|  #x|  b"},
+        // never more than a comment, and never decided
+        {"A:|a - \\|b: \\|c", "A:|  a - \\|b: \\|c"},
+        {"\\|  # c|  x=1", "  # c|x=1"},
+        {"\\|  x=1", "  x=1"},
+        // END: whole, cut in two, and spoiled
+        {"A:|B:|END \\|b = 1", "A:|  B:|    END \\|      b = 1"},
+        {"A:|B:|EN\\|D|x=1", "A:|  B:|    EN\\|  D|  x=1"},
+        {"A:|B:|EN\\|  D|x", "A:|  B:|    EN\\|    D|    x"},
+        {"A:|B:|END \\||x=1", "A:|  B:|    END \\|  |  x=1"},
+        {"A:|B:|END\t\\||x=1", "A:|  B:|    END\t\\|  |  x=1"},
+        {"A:|B:|END\t\\|  # c|x=1", "A:|  B:|    END\t\\|  # c|  x=1"},
+        {"A:|B:|END\t\\|x|x=1", "A:|  B:|    END\t\\|x|    x=1"},
+        // left out
+        {"a=1|  \\ x|b=2", "a=1|b=2"},
+        {"Sample \\||: s1", "Sample \\|: s1"},
+        {"Sample \\|  \\|: s1", "Sample \\|: s1"},
+        {"\\|\\|\\", ""},
+        {"# c\\|a\\||b=1", "# c\\|a\\|b=1"},  // the comment's backslash continues nothing
+    });
 }
