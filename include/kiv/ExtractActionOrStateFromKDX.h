@@ -18,7 +18,9 @@ enum KDXLineType : int {
 /// alternate, and no run is empty.
 ///
 /// Lines are joined where they were continued, trimmed, without comments, and separated by line
-/// feeds. Blank lines and lines of comment alone are left out and end no run.
+/// feeds; one that begins with '!' keeps its end as it is. Blank lines and lines of comment alone
+/// are left out and end no run. Unlike in the parser, a backslash that blanks follow continues no
+/// line.
 ///
 ///     extractActionOrStateFromKDX(">a\n>b\nSample: s1\n  x = 1 # c\nEND\n");
 ///     // {Action, ">a\n>b"}, {State, "Sample: s1\nx = 1\nEND"}

@@ -24,10 +24,11 @@ namespace kiv {
 ///
 /// Types, names and values are written as they are, unless an operation says otherwise. What KDX
 /// cannot carry is not guarded against: a line feed, a '#' or a final backslash in a value (see
-/// CleanKDXParamString), in a type or name a character that is no name character.
+/// CleanKDXParamString), in a type or a parameter's name a character that is no name character.
 ///
 /// A call that throws leaves the builder unchanged, also when an allocation fails. A copy carries
-/// on by itself from the same place. A move leaves the source for assignment or destruction only.
+/// on by itself from the same place. A move leaves the source without text or indentation at the
+/// level that it had: good for assignment or destruction.
 class KIV_KDX_EXPORT KDXBuilder {
 public:
     /// An empty document.
