@@ -19,6 +19,7 @@
 #include <iostream>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "support/EventRecorder.h"
 #include "support/Text.h"
@@ -156,7 +157,7 @@ const kiv::KDXBuilder kOtherBuilder("/Some other object of a long type:and a nam
 const kiv::ActionBuilder kAction("an action with a name that is long");
 const std::string kText = " some text that is longer than a small string ";
 
-const BuilderCall<kiv::KDXBuilder> kBuilderCalls[] = {
+const std::vector<BuilderCall<kiv::KDXBuilder>> kBuilderCalls = {
     {"copy", [](auto& builder) { kiv::KDXBuilder copy(builder); }},
     {"assign", [](auto& builder) { builder = kOtherBuilder; }},
     {"pushObject", [](auto& builder) { builder.pushObject(kText, kText); }},
@@ -185,7 +186,7 @@ const BuilderCall<kiv::KDXBuilder> kBuilderCalls[] = {
     {"getKDX", [](auto& builder) { builder.getKDX(); }},
 };
 
-const BuilderCall<kiv::ActionBuilder> kActionCalls[] = {
+const std::vector<BuilderCall<kiv::ActionBuilder>> kActionCalls = {
     {"construct action", [](auto&) { kiv::ActionBuilder action(kText); }},
     {"copy action", [](auto& action) { kiv::ActionBuilder copy(action); }},
     {"assign action", [](auto& action) { action = kAction; }},

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "support/EventRecorder.h"
 
@@ -38,7 +39,7 @@ void parseAgain(EventRecorder& self) {
     self.reaction = reaction;
 }
 
-const Deed kDeeds[] = {
+const std::vector<Deed> kDeeds = {
     {"throw", [](EventRecorder&) { throw 1; }},
     {"set other lines", [](EventRecorder& self) { self.setCommands(kOthers); }},
     {"clear the lines", [](EventRecorder& self) { self.getCommands().clear(); }},
@@ -103,7 +104,7 @@ private:
     }
 };
 
-void (*const kConverterDeeds[])(HostileConverter&) = {
+const std::vector<void (*)(HostileConverter&)> kConverterDeeds = {
     [](HostileConverter&) { throw 1; },
     [](HostileConverter& self) {
         self.setCommands({"E: e", "t = 6", "END", "END", "END"});
