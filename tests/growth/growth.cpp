@@ -4,10 +4,13 @@
 //   growth FAMILY SIZE   runs one; prints the number of bytes that its cost should follow
 #include <kiv/ActionBuilder.h>
 #include <kiv/CleanKDXParamString.h>
+#include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
 #include <kiv/KDXBuilder.h>
 #include <kiv/KDXFormatting.h>
+#include <kiv/KDXToStringMapMap.h>
 #include <kiv/ObjectKDXParser.h>
+#include <kiv/StringMapMapToKDX.h>
 
 #include <functional>
 #include <iostream>
@@ -27,6 +30,15 @@ std::size_t bytes(const std::string& text) {
 std::size_t bytes(const Lines& lines) {
     std::size_t sum = 0;
     for (const std::string& line : lines) sum += line.size() + 1;
+    return sum;
+}
+
+std::size_t bytes(const kiv::StringMapMap& map) {
+    std::size_t sum = 0;
+    for (const auto& [path, parameters] : map) {
+        sum += path.size();
+        for (const auto& [name, value] : parameters) sum += name.size() + value.size();
+    }
     return sum;
 }
 
@@ -52,15 +64,65 @@ Lines nested(std::size_t depth, const Lines& inside) {
 }
 
 /// `count` objects with names of one length each.
-Lines objects(std::size_t count) {
+Lines objects(std::size_t count, const Lines& inside = {"v = 1"}) {
     Lines lines;
-    for (; count > 0; --count)
-        lines.insert(lines.end(), {"T: " + std::to_string(1000000 + count), "v = 1", "END"});
+    for (; count > 0; --count) {
+        lines.push_back("T: " + std::to_string(10000000 + count));
+        lines.insert(lines.end(), inside.begin(), inside.end());
+        lines.emplace_back("END");
+    }
     return lines;
+}
+
+/// `count` parameters with names of one length each that begin with `start`.
+Lines parameters(std::size_t count, const std::string& start) {
+    Lines lines;
+    for (; count > 0; --count) lines.push_back(start + std::to_string(10000000 + count) + " = v");
+    return lines;
+}
+
+std::string joined(const Lines& lines) {
+    std::string text;
+    for (const std::string& line : lines) text.append(line).append("\n");
+    return text;
 }
 
 /// What is measured; gives the number of bytes that its cost should be in proportion to.
 using Call = std::function<std::size_t()>;
+
+/// A text that is refused costs what it costs to find out.
+Call parse(const Lines& lines) {
+    auto parser = std::make_shared<kiv::MiniKDXParser>(lines);
+    return [parser, size = bytes(lines)] {
+        try {
+            parser->parse();
+        } catch (const kiv::data::invalid&) {
+        }
+        return size;
+    };
+}
+
+kiv::StringMapMap converted(const std::string& text) {
+    kiv::StringMapMap map;
+    try {
+        kiv::KDXToStringMapMap::convert(text, map);
+    } catch (const kiv::data::invalid&) {
+    }
+    return map;
+}
+
+Call convert(const Lines& lines) {
+    return [text = joined(lines)] { return bytes(text) + bytes(converted(text)); };
+}
+
+/// Writes the map that the lines make.
+Call write(const Lines& lines) {
+    return [map = converted(joined(lines))] {
+        std::string text;
+        kiv::StringMapMapToKDX::convert(map, text);
+        return bytes(map) + bytes(text);
+    };
+}
 
 Call indent(Lines lines) {
     return [lines = std::move(lines)] {
@@ -135,12 +197,54 @@ Call findName(const Lines& lines, const std::string& name, int depthLimit) {
 constexpr std::size_t kMebi = 1 << 20;
 
 struct Family {
-    const char* name;
+    std::string name;
     std::size_t size;  // of the smaller one of the two inputs that are compared
     std::function<Call(std::size_t)> make;
 };
 
+struct Text {
+    const char* name;
+    std::size_t size;
+    Lines (*make)(std::size_t);
+};
+
+/// Texts that make a map. Few levels where keys and blanks grow with the square of the depth.
+const std::vector<Text> kDocuments = {
+    {"nested", 4000, [](auto n) { return repeated(n, {"X: x"}); }},
+    {"nested-and-ended", 4000, [](auto n) { return nested(n, {}); }},
+    {"alternating-depth", 10000, [](auto n) { return repeated(n, nested(100, {})); }},
+    {"empty-objects", 1000000, [](auto n) { return objects(n, {}); }},
+    {"equal-objects", 1000000,
+     [](auto n) {
+         return repeated(n, {"T: t", "END"});
+     }},
+    {"long-common-paths", 10000, [](auto n) { return nested(250, objects(n)); }},
+    {"parameters", 1000000, [](auto n) { return nested(1, parameters(n, "p")); }},
+    {"equal-parameters", 1000000, [](auto n) { return nested(1, repeated(n, {"p = v"})); }},
+    {"long-common-names", 10000, [](auto n) { return nested(1, parameters(n, times(1000, "p"))); }},
+    {"continued-value", 1000000,
+     [](auto n) { return nested(1, together({"a = \\"}, repeated(n, {"b\\"}))); }},
+    {"open-kind", 1000000,
+     [](auto n) { return nested(1, together(repeated(n, {"a\\"}), {"= 1"})); }},
+    {"long-line", 32 * kMebi, [](auto n) { return nested(1, {"a = " + times(n, "a")}); }},
+};
+
+/// Texts that make none, or are refused.
+const std::vector<Text> kOddTexts = {
+    {"open-kind-blanks", 1000000, [](auto n) { return repeated(n, {"a  \\"}); }},
+    {"long-action", 16 * kMebi, [](auto n) { return Lines{">a p=" + times(n, ",")}; }},
+    {"blanks", 16 * kMebi, [](auto n) { return Lines{times(n, " ")}; }},
+    {"blank-lines", 1000000, [](auto n) { return repeated(n, {" "}); }},
+    {"backslashes", 16 * kMebi, [](auto n) { return Lines{times(n, "\\")}; }},
+    {"backslash-lines", 1000000, [](auto n) { return repeated(n, {"\\"}); }},
+    {"hashes", 16 * kMebi, [](auto n) { return Lines{times(n, "#")}; }},
+    {"hash-lines", 1000000, [](auto n) { return repeated(n, {"#"}); }},
+    {"commas", 16 * kMebi, [](auto n) { return Lines{times(n, ",")}; }},
+};
+
+/// Families of calls that have inputs of their own.
 const std::vector<Family> kFamilies = {
+    {"parse-unopened-ends", 1000000, [](auto n) { return parse(repeated(n, {"END"})); }},
     // indentation
     {"indent-open-kind", 100000, [](auto n) { return indent(repeated(n, {"a\\"})); }},
     {"indent-open-kind-spaced", 100000, [](auto n) { return indent(repeated(n, {" a b \\"})); }},
@@ -186,6 +290,24 @@ const std::vector<Family> kFamilies = {
     {"build-nested-objects", 8000, [](auto n) { return pushObjects(n); }},
 };
 
+void cross(std::vector<Family>& families, const std::string& start, Call (*call)(const Lines&),
+           const std::vector<Text>& texts) {
+    for (const auto& [name, size, make] : texts)
+        families.push_back({start + name, size,
+                            [call, make = make](std::size_t count) { return call(make(count)); }});
+}
+
+std::vector<Family> allFamilies() {
+    std::vector<Family> families;
+    cross(families, "parse-", parse, kDocuments);
+    cross(families, "parse-", parse, kOddTexts);
+    cross(families, "convert-", convert, kDocuments);
+    cross(families, "convert-", convert, kOddTexts);
+    cross(families, "write-", write, kDocuments);
+    families.insert(families.end(), kFamilies.begin(), kFamilies.end());
+    return families;
+}
+
 }  // namespace
 
 /// Callgrind counts while this runs.
@@ -194,10 +316,10 @@ extern "C" __attribute__((noinline)) std::size_t measured(const void* call) {
 }
 
 int main(int argc, char* argv[]) {
-    for (const auto& [name, size, make] : kFamilies) {
+    for (const auto& [name, size, make] : allFamilies()) {
         if (argc != 3) {
             std::cout << name << ' ' << size << '\n';
-        } else if (std::string(argv[1]) == name) {
+        } else if (argv[1] == name) {
             const Call call = make(std::stoul(argv[2]));
             std::cout << measured(&call) << '\n';
             return 0;
