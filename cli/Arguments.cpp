@@ -10,9 +10,9 @@ void addFiles(CLI::App& command, std::vector<std::string>& files) {
         ->type_name("");
 }
 
-void addFile(CLI::App& command, std::string& file) {
+CLI::Option* addFile(CLI::App& command, std::string& file) {
     file = kStandardInput;
-    command.add_option("FILE", file, "The file to read")->type_name("");
+    return command.add_option("FILE", file, "The file to read")->type_name("");
 }
 
 }  // namespace kdx

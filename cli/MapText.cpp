@@ -1,19 +1,15 @@
 #include "MapText.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "Diagnostics.h"
+#include "JsonText.h"
 #include "Status.h"
 
 namespace kdx {
 namespace {
 
 using Json = nlohmann::json;
-
-bool isPlain(char c) {
-    return c >= ' ' && c <= '~' && c != '"' && c != '\\';
-}
 
 /// Fills a map while the JSON is read: the text that a number has is seen only here.
 class MapBuilder : public Json::json_sax_t {
@@ -87,36 +83,44 @@ private:
 
 }  // namespace
 
-void appendJsonString(std::string& out, std::string_view text) {
-    if (std::all_of(text.begin(), text.end(), isPlain)) {
-        out.append(1, '"').append(text).append(1, '"');
-        return;
+void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& parameters,
+                std::string_view margin) {
+    const char* separator = "\n";
+    out += '{';
+    for (const auto& [name, value] : parameters) {
+        out.append(separator).append(margin).append("  ");
+        appendJsonString(out, name);
+        out += ": ";
+        appendJsonString(out, value);
+        separator = ",\n";
     }
+    if (!parameters.empty()) out.append(1, '\n').append(margin);
+    out += '}';
+}
+
+namespace {
+
+void appendEntry(std::string& out, const std::string& path,
+                 const kiv::StringMapMap::mapped_type& parameters) {
     try {
-        out += Json(text).dump();
-    } catch (const Json::type_error&) {
-        throw Trouble("holds text that is no UTF-8, which JSON cannot hold: '" + shown(text) +
-                      "'; convert the file, for example with iconv -f LATIN1 -t UTF-8");
+        out += "  ";
+        appendJsonString(out, path);
+        out += ": ";
+        appendJson(out, parameters, "  ");
+    } catch (const Trouble& trouble) {
+        throw Trouble(shown(path) + ": " + trouble.what());
     }
 }
 
+}  // namespace
+
 void appendJson(std::string& out, const kiv::StringMapMap& map) {
-    const char* objectSeparator = "\n";
+    const char* separator = "\n";
     out += '{';
     for (const auto& [path, parameters] : map) {
-        out.append(objectSeparator).append("  ");
-        appendJsonString(out, path);
-        out += ": {";
-        const char* separator = "\n";
-        for (const auto& [name, value] : parameters) {
-            out.append(separator).append("    ");
-            appendJsonString(out, name);
-            out += ": ";
-            appendJsonString(out, value);
-            separator = ",\n";
-        }
-        out += parameters.empty() ? "}" : "\n  }";
-        objectSeparator = ",\n";
+        out.append(separator);
+        appendEntry(out, path, parameters);
+        separator = ",\n";
     }
     out += map.empty() ? "}\n" : "\n}\n";
 }

@@ -11,11 +11,13 @@ namespace kdx {
 /// @throws Trouble for text that is no UTF-8, which JSON cannot hold.
 void appendJson(std::string& out, const kiv::StringMapMap& map);
 
+/// Appends the parameters of one object as a JSON object; `margin` goes in front of all lines but
+/// the first.
+void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& parameters,
+                std::string_view margin);
+
 /// Appends one line "PATH<tab>NAME<tab>VALUE" for each parameter.
 void appendFlat(std::string& out, const kiv::StringMapMap& map);
-
-/// Appends a JSON string. @throws Trouble for text that is no UTF-8.
-void appendJsonString(std::string& out, std::string_view text);
 
 /// Reads what appendJson() wrote; numbers, true and false are taken as the text they are.
 /// @throws Trouble for JSON that is no such map, or that has a key twice.

@@ -51,23 +51,53 @@ std::string readFile(const std::string& path) {
     return readAll(file.get(), static_cast<std::size_t>(size) + 1);
 }
 
-void appendFilesBelow(const std::string& directory, std::vector<std::string>& files) {
-    const std::size_t before = files.size();
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory))
-        if (entry.path().extension() == ".kdx" && entry.is_regular_file())
+/// Finds the files of one folder, and the folders in it; links to folders are not followed.
+void searchFolder(const fs::path& folder, std::vector<std::string>& files,
+                  std::vector<fs::path>& folders) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        if (entry.is_directory() && !entry.is_symlink())
+            folders.push_back(entry.path());
+        else if (entry.path().extension() == ".kdx" && entry.is_regular_file())
             files.push_back(entry.path().string());
-    std::sort(files.begin() + static_cast<std::ptrdiff_t>(before), files.end());
-    if (files.size() == before) throw Trouble("is a directory without *.kdx files");
+    }
+}
+
+void reportTrouble(FileList& list, const std::string& name, std::string_view text,
+                   const Settings& settings) {
+    appendTrouble(list.diagnostics, name, text, settings);
+    list.status = Status::trouble;
+}
+
+void listFolder(const std::string& argument, FileList& list, const Settings& settings) {
+    const std::size_t before = list.files.size();
+    std::vector<fs::path> folders{argument};
+    while (!folders.empty()) {
+        const fs::path folder = std::move(folders.back());
+        folders.pop_back();
+        try {
+            searchFolder(folder, list.files, folders);
+        } catch (const fs::filesystem_error& error) {
+            reportTrouble(list, folder.string(), "cannot be searched: " + error.code().message(),
+                          settings);
+        }
+    }
+    std::sort(list.files.begin() + static_cast<std::ptrdiff_t>(before), list.files.end());
+    if (list.files.size() == before && list.diagnostics.empty())
+        reportTrouble(list, argument, "is a directory without *.kdx files", settings);
 }
 
 }  // namespace
 
+std::string_view Source::byteOrderMark() const {
+    return hasByteOrderMark ? kByteOrderMark : std::string_view();
+}
+
 std::string_view Source::text() const {
-    return std::string_view(buffer).substr(hasByteOrderMark ? kByteOrderMark.size() : 0);
+    return std::string_view(buffer).substr(byteOrderMark().size());
 }
 
 std::string Source::takeText() && {
-    if (hasByteOrderMark) buffer.erase(0, kByteOrderMark.size());
+    buffer.erase(0, byteOrderMark().size());
     return std::move(buffer);
 }
 
@@ -91,20 +121,10 @@ FileList listFiles(const std::vector<std::string>& arguments, const Settings& se
     FileList list;
     for (const std::string& argument : arguments) {
         std::error_code missing;
-        if (argument == kStandardInput || !fs::is_directory(argument, missing)) {
+        if (argument != kStandardInput && fs::is_directory(argument, missing))
+            listFolder(argument, list, settings);
+        else
             list.files.push_back(argument);
-            continue;
-        }
-        try {
-            appendFilesBelow(argument, list.files);
-        } catch (const fs::filesystem_error& error) {
-            appendTrouble(list.diagnostics, argument,
-                          "cannot be searched: " + error.code().message(), settings);
-            list.status = Status::trouble;
-        } catch (const Trouble& trouble) {
-            appendTrouble(list.diagnostics, argument, trouble.what(), settings);
-            list.status = Status::trouble;
-        }
     }
     return list;
 }

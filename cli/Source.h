@@ -15,7 +15,9 @@ struct Source {
     std::string buffer;  ///< every byte
     bool hasByteOrderMark = false;
 
-    /// The bytes behind the byte order mark.
+    /// The byte order mark that stands in front of the text, or nothing.
+    std::string_view byteOrderMark() const;
+    /// The bytes behind it.
     std::string_view text() const;
     /// The same as a string; the source is used up.
     std::string takeText() &&;

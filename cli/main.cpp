@@ -65,9 +65,9 @@ int runCommands(int argc, char** argv) {
         session.settings.outputColor = colorOn(color, outputIsTerminal());
         session.settings.errorColor = colorOn(color, errorIsTerminal());
     });
-    addCheck(app, session);
-    addMap(app, session);
-    addWrite(app, session);
+    for (const auto add : {addCheck, addFmt, addMap, addWrite, addGet, addFind, addSplit, addStrip,
+                           addTree, addDiff, addCompletion, addManual})
+        add(app, session);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

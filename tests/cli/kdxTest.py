@@ -6,12 +6,17 @@ Every case runs in an empty directory that holds the files it names.
 
 import os
 import pathlib
+import random
+import shutil
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 KDX = ""
+
+COMMANDS = "check completion diff find fmt get manual map split strip tree write".split()
 
 SAMPLE = """Sample: s1
   Rate = 10
@@ -161,8 +166,8 @@ class Map(KdxTest):
 
     def test_refusals(self):
         self.expect("map", b"A:\nx = \xb0C\nEND\n", 2, "",
-                    "kdx: holds text that is no UTF-8, which JSON cannot hold: '\ufffdC'; convert "
-                    "the file, for example with iconv -f LATIN1 -t UTF-8\n")
+                    'kdx: /A: text that is no UTF-8 cannot be put into JSON: "\ufffdC"; convert '
+                    'the file first, as with iconv -f LATIN1 -t UTF-8\n')
 
 
 class Write(KdxTest):
@@ -207,11 +212,253 @@ class Write(KdxTest):
                         "<stdin>: error: has no object /B to replace\n")
 
 
+UGLY = """! head # x
+Sample: s1  # first
+gain = 10   # dB
+   Channel: A
+offset = 1, \\
+   2, 3 # three
+
+ END
+#  note
+    >run # now
+   END
+"""
+
+FORMATTED = """! head # x
+Sample: s1  # first
+  gain = 10   # dB
+  Channel: A
+    offset = 1, \\
+      2, 3 # three
+
+  END
+#  note
+>run # now
+END
+"""
+
+
+def random_text(source):
+    """A text of lines that are KDX more often than not, with odd continuations and line ends."""
+    words = ["A: b", "x = 1", "END", "> go", "! v", "$ w", "# c", "", "\\", "E", "ND", "y", "= 2",
+             ":", "x = \\#1", "x = a\\ # c", "  ", "\t"]
+    ends = ["\n"] * 6 + ["\\\n", " \\\n", "\\  \n", " # c\n", " # c \\\n", "\r\n", "\\\r\n"]
+    return "".join(source.choice(["", " ", "   "]) + source.choice(words) + source.choice(ends)
+                   for _ in range(source.randrange(12)))
+
+
+class Fmt(KdxTest):
+    def test_fmt(self):
+        for text, output in [
+            (UGLY, FORMATTED), ("", ""), ("\n", "\n"), (" x = 1", "x = 1\n"),
+            (UGLY.replace("\n", "\r\n").replace("\\\r", "\\"),
+             FORMATTED.replace("\\", "\\")),
+            ("A:\r\nx = 1\r\n\r\nEND\r\n", "A:\r\n  x = 1\r\n\r\nEND\r\n"),
+            ("A:\r\nx = 1\nEND\r\n", "A:\n  x = 1\nEND\n"),
+            ("\ufeffA:\nx = 1\nEND\n", "\ufeffA:\n  x = 1\nEND\n"),
+            ("A:\nx = \\\r\ny = 1\nEND", "A:\n  x = \\\r\n    y = 1\nEND\n"),
+        ]:
+            with self.subTest(text=text):
+                got = subprocess.run([KDX, "fmt"], input=text.encode(), stdout=subprocess.PIPE)
+                self.assertEqual((got.returncode, got.stdout.decode()), (0, output))
+
+    def test_refusals(self):
+        for text, problem in [
+            ("A:\n-\nEND\n", "2:1: error: unknown syntax"),
+            ("A:\n  \\\nx = 1\nEND\n", "2:3: error: this line would be left out"),
+            ("A\\\n\\\n: x\nEND\n", "2:1: error: this line would be left out"),
+            ("A:\nEN\\\n D\nx = 1\n", "2:1: error: END is continued by another line"),
+            (1001 * "A:\n", "1001:1: error: objects are nested deeper"),
+        ]:
+            with self.subTest(text=text[:80]):
+                self.write(file=text)
+                got, output, errors = self.run_kdx("fmt -i file")
+                self.assertEqual((got, output), (2, ""))
+                self.assertTrue(errors.startswith("file:" + problem), errors)
+                self.assertEqual((self.folder / "file").read_text(), text)
+
+    def test_modes(self):
+        self.write(ugly=UGLY, good=FORMATTED)
+        for arguments, status, output, errors in [
+            ("--check good", 0, "", ""), ("--check ugly good", 1, "ugly\n", ""),
+            ("--diff good", 0, "", ""), ("good ugly", 0, FORMATTED + FORMATTED, ""),
+            ("-i -", 2, "", "<stdin>: error: cannot be formatted in place: leave out -i, or name a "
+             "file\n"),
+            ("-i /dev/null", 0, "", ""), ("-i . missing", 2, "", ".: error: is a directory without "
+             "*.kdx files\nmissing: error: cannot be read: No such file or directory\n"),
+            ("-i ugly good", 0, "", ""), ("--check ugly good", 0, "", ""),
+        ]:
+            self.expect("fmt " + arguments, "", status, output, errors)
+
+    def test_diff_is_a_patch(self):
+        source = random.Random(7)
+        for _ in range(20):
+            text = "".join(source.choice(["x = 1\n", "  x = 1\n", "A:\n"]) for _ in range(40))
+            text = text[:source.choice([len(text), -1])]
+            self.write(file=text)
+            _, patch, _ = self.run_kdx("fmt --diff file")
+            _, formatted, _ = self.run_kdx("fmt file")
+            done = subprocess.run(["git", "apply", "-p0"], input=patch.encode(), cwd=self.folder,
+                                  stderr=subprocess.PIPE) if patch else None
+            self.assertEqual((self.folder / "file").read_text(), formatted, (text, patch, done))
+
+    def test_what_it_writes_is_formatted_and_means_the_same(self):
+        source = random.Random(11)
+        texts = {f"f{i}": random_text(source) for i in range(300)}
+        self.write(**texts)
+        for command in ["fmt", "strip"]:
+            written = 0
+            for name, text in texts.items():
+                status, output, errors = self.run_kdx(f"{command} {name}")
+                if status != 0:
+                    self.assertIn("error: ", errors)
+                    self.assertNotIn("mean something else", errors, text)
+                    continue
+                written += 1
+                self.write(after=output)
+                with self.subTest(command=command, text=text):
+                    self.assertEqual(self.run_kdx("diff --json after " + name)[:2],
+                                     self.run_kdx(f"diff --json {name} {name}")[:2])
+                    if command == "fmt":
+                        self.assertEqual(self.run_kdx("fmt --check after")[0], 0)
+            self.assertGreater(written, 50)
+
+    def test_in_place_keeps_mode_owner_and_link(self):
+        self.write(real__file=UGLY)
+        real, link = self.folder / "real/file", self.folder / "link"
+        link.symlink_to("real/file")
+        real.chmod(0o640)
+        if os.geteuid() == 0:
+            os.chown(real, 1234, 4321)
+        before = real.stat()
+        self.expect("fmt -i link", "", 0)
+        after = real.stat()
+        self.assertTrue(link.is_symlink())
+        self.assertEqual(real.read_text(), FORMATTED)
+        self.assertEqual([(s.st_mode, s.st_uid, s.st_gid) for s in [after]],
+                         [(s.st_mode, s.st_uid, s.st_gid) for s in [before]])
+        self.assertEqual(os.listdir(real.parent), ["file"])
+
+    def test_folders_and_files_without_permission(self):
+        user = {"user": "nobody"} if os.geteuid() == 0 else {}
+        self.write(closed__a_kdx=UGLY, secret=UGLY)
+        (self.folder / "secret").chmod(0)
+        (self.folder / "closed/a_kdx").chmod(0o666)
+        (self.folder / "closed").chmod(0o555)
+        self.addCleanup((self.folder / "closed").chmod, 0o777)
+        for arguments, message in [
+            ("fmt -i closed/a_kdx", "closed/a_kdx: error: cannot be replaced: a new file beside "
+             "it: Permission denied\n"),
+            ("map secret", "secret: error: cannot be read: Permission denied\n"),
+            ("get closed /A", "closed: error: is a directory, not a file\n"),
+        ]:
+            got, output, errors = self.run_kdx(arguments, **user)
+            self.assertEqual((got, errors), (2, message), output)
+        self.assertEqual((self.folder / "closed/a_kdx").read_text(), UGLY)
+
+    def test_killed_at_any_moment(self):
+        """Every file is whole whenever the process dies: as it was, or as it was to become."""
+        old = UGLY + 300 * "A:\nx = 1\nEND\n"
+        new = FORMATTED + 300 * "A:\n  x = 1\nEND\n"
+        names = [f"d/{i}.kdx" for i in range(300)]
+        (self.folder / "d").mkdir()
+        source = random.Random(3)
+        half_done = 0
+        for _ in range(25):
+            for name in names:
+                (self.folder / name).write_text(old)
+            running = subprocess.Popen([KDX, "fmt", "-i", "d"], cwd=self.folder)
+            time.sleep(source.uniform(0, 0.15))
+            running.kill()
+            running.wait()
+            contents = {(self.folder / name).read_text() for name in names}
+            self.assertLessEqual(contents, {old, new})
+            half_done += len(contents) == 2
+        self.assertGreater(half_done, 0)
+
+
+class Look(KdxTest):
+    NESTED = """Sample: s1
+  Rate = 10
+  Channel: A
+    Gain = 2
+    Filter: F
+      Cut = 5
+    END
+  END
+  Channel: B
+  END
+END
+Sample: s2
+  Channel: A
+  END
+END
+"""
+
+    def test_commands(self):
+        self.write(f=self.NESTED, acts=">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n")
+        for arguments, status, output, errors in [
+            ("get f /Sample:s1", 0, "Rate = 10\n", ""),
+            ("get f Sample:s1/Channel:A Gain", 0, "2\n", ""),
+            ("get --json f /Sample:s1", 0, '{\n  "Rate": "10"\n}\n', ""),
+            ("get --json f /Sample:s1/Channel:B", 0, "{}\n", ""),
+            ("get f /Sample:s3", 1, "", "f: error: has no object /Sample:s3\n"),
+            ("get f /Sample:s1 rate", 1, "", "f: error: has no parameter rate in /Sample:s1\n"),
+            ("find f --name A --depth 0", 0, "Channel:A\n  Gain = 2\nEND\nChannel:A\nEND\n", ""),
+            ("find f --type Channel --group Sample", 0,
+             "# s1\nChannel:B\nEND\n# s2\nChannel:A\nEND\n", ""),
+            ("find f --type Filter --json", 0,
+             '{"key":"Filter:F","lines":["Filter:F","  Cut = 5","END"]}\n', ""),
+            ("find f --name Channel", 1, "", ""),
+            ("split acts", 0, "# actions\n>a\n> bc\n# state\nA:\nx = 1\nEND\n# actions\n>d\n", ""),
+            ("split --actions acts", 0, ">a\n> bc\n>d\n", ""),
+            ("split --state --json acts", 0, '{"kind":"state","text":"A:\\nx = 1\\nEND"}\n', ""),
+            ("tree f", 0, "Sample: s1 (1 parameter)\n├── Channel: A (1 parameter)\n"
+             "│   └── Filter: F (1 parameter)\n└── Channel: B (0 parameters)\n"
+             "Sample: s2 (0 parameters)\n└── Channel: A (0 parameters)\n", ""),
+            ("tree --depth 1 f", 0, "Sample: s1 (1 parameter, 2 objects)\n"
+             "Sample: s2 (0 parameters, 1 object)\n", ""),
+        ]:
+            self.expect(arguments, "", status, output, errors)
+
+    def test_strip(self):
+        for text, output in [
+            ("A: # c\n# c\n\n  x = 1 \\\n  2 # c\n", "A:\n\n  x = 1 \\\n  2\n"),
+            ("x = 1 \\\n# c\n", "x = 1\n"), ("x = 1 # c \\\ny = 2\nz = 3\n", "x = 1\nz = 3\n"),
+            ("! v # c\n$ w # c\n> a # c\n", "! v # c\n$ w # c\n> a\n"),
+            ("x = a\\ # c\n", "x = a\\ # c\n"), ("x = \\#1 # c\n", "x = \\#1 # c\n"),
+        ]:
+            self.expect("strip", text, 0, output)
+        got = subprocess.run([KDX, "strip"], input=b"x = 1 # c\r\n# c\r\n", stdout=subprocess.PIPE)
+        self.assertEqual(got.stdout, b"x = 1\r\n")
+
+    def test_diff(self):
+        self.write(a=self.NESTED, same="# c\n" + self.NESTED.replace("  ", ""), bad="-\n",
+                   b="Sample: s1\nRate = 11\nChannel: A\nGain = 2\nFilter: F\nEND\nEND\n"
+                   "Channel: C\nNew = 1\nEND\nEND\nSample: s2\nChannel: A\nEND\nEND\n")
+        text = ("  /Sample:s1\n-   Rate = 10\n+   Rate = 11\n"
+                "  /Sample:s1/Channel:A/Filter:F\n-   Cut = 5\n"
+                "- /Sample:s1/Channel:B\n+ /Sample:s1/Channel:C\n+   New = 1\n")
+        lines = ('{"change":"changed","path":"/Sample:s1","name":"Rate","before":"10","after":"11"}'
+                 '\n{"change":"removed","path":"/Sample:s1/Channel:A/Filter:F","name":"Cut",'
+                 '"before":"5"}\n{"change":"removed","path":"/Sample:s1/Channel:B"}\n'
+                 '{"change":"added","path":"/Sample:s1/Channel:C"}\n'
+                 '{"change":"added","path":"/Sample:s1/Channel:C","name":"New","after":"1"}\n')
+        self.expect("diff a same", "", 0)
+        self.expect("diff a b", "", 1, text)
+        self.expect("diff --json a b", "", 1, lines)
+        self.assertEqual(self.run_kdx("diff a bad")[:2], (2, ""))
+        self.assertEqual(self.run_kdx("diff - -")[:2], (2, ""))
+
+
 class Program(KdxTest):
     def test_usage(self):
         for arguments, status, words in [
-            ("--help", 0, "Example:"), ("check --help", 0, "Example:"), ("map --help", 0, "jq"),
-            ("write --help", 0, "Example:"), ("--version", 0, "kdx 1."), ("", 2, "subcommand"),
+            ("--help", 0, "Example:"),
+            ("--version", 0, "kdx 1."), ("", 2, "subcommand"),
+            *((command + " --help", 0, "Example:") for command in COMMANDS),
+            ("find x", 2, "--name"), ("fmt -i --check", 2, "--check"), ("manual x", 2, "x"),
             ("frob", 2, "kdx: "), ("check --frob", 2, "--frob"), ("check -j 0", 2, "--jobs"),
             ("map --only A --without B", 2, "--without"), ("write --indent -1", 2, "--indent"),
             ("check --max-errors -1", 2, "--max-errors"), ("check --max-depth -1", 2, "--max-dep"),
@@ -220,6 +467,26 @@ class Program(KdxTest):
                 got, output, errors = self.run_kdx(arguments)
                 self.assertEqual(got, status)
                 self.assertIn(words, errors if status else output)
+
+    def test_documents(self):
+        """The completions and man pages are well formed and know every command and option."""
+        for command in COMMANDS:
+            _, page, _ = self.run_kdx("manual " + command)
+            self.assertTrue(page.startswith(f".TH kdx\\-{command} 1 "), page)
+        for shell in ["bash", "zsh", "fish"]:
+            _, script, _ = self.run_kdx("completion " + shell)
+            for word in [*COMMANDS, "strict", "max-depth"]:
+                self.assertIn(word, script)
+            if shutil.which(shell):
+                done = subprocess.run([shell, "-n"], input=script.encode(), stderr=subprocess.PIPE)
+                self.assertEqual((done.returncode, done.stderr), (0, b""))
+        _, script, _ = self.run_kdx("completion bash")
+        for words, expected in [("kdx", "check"), ("kdx check", "--strict"), ("kdx map", "--json")]:
+            done = subprocess.run(
+                ["bash", "-c", script + f"COMP_WORDS=({words} {expected[:3]}); "
+                 "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kdx; echo ${COMPREPLY[0]}"],
+                stdout=subprocess.PIPE)
+            self.assertEqual(done.stdout.decode(), expected + "\n")
 
     def test_output_that_fails(self):
         with open("/dev/full", "wb") as full:

@@ -1,0 +1,56 @@
+#include "Outline.h"
+
+#include <CLI/CLI.hpp>
+
+namespace kdx {
+namespace {
+
+OptionOutline outlineOf(const CLI::Option& option) {
+    OptionOutline outline;
+    outline.description = option.get_description();
+    outline.isArgument = option.get_positional();
+    outline.isRequired = option.get_required();
+    outline.isRepeated = option.get_items_expected_max() > 1;
+    if (outline.isArgument) {
+        outline.names.push_back(option.get_name(true));
+        return outline;
+    }
+    for (const std::string& name : option.get_snames()) outline.names.push_back('-' + name);
+    for (const std::string& name : option.get_lnames()) outline.names.push_back("--" + name);
+    if (option.get_items_expected_max() > 0) outline.value = option.get_type_name();
+    return outline;
+}
+
+void appendOptions(std::vector<OptionOutline>& outlines, const CLI::App& command) {
+    for (const CLI::Option* option : command.get_options()) outlines.push_back(outlineOf(*option));
+}
+
+}  // namespace
+
+CommandOutline outlineOf(const CLI::App& command) {
+    CommandOutline outline{command.get_name(), command.get_description(), command.get_footer(), {}};
+    appendOptions(outline.options, command);
+    for (const CLI::App* group : command.get_subcommands([](const CLI::App*) { return true; }))
+        if (group->get_name().empty()) appendOptions(outline.options, *group);
+    return outline;
+}
+
+std::vector<OptionOutline> optionsWith(const CommandOutline& command,
+                                       const CommandOutline& program) {
+    std::vector<OptionOutline> options;
+    for (const CommandOutline* outline : {&command, &program})
+        for (const OptionOutline& option : outline->options)
+            if (!option.isArgument && (outline == &command || option.names.back() != "--help"))
+                options.push_back(option);
+    return options;
+}
+
+std::vector<CommandOutline> outlineCommands(const CLI::App& program) {
+    std::vector<CommandOutline> outlines;
+    for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; }))
+        if (!command->get_name().empty() && !command->get_group().empty())
+            outlines.push_back(outlineOf(*command));
+    return outlines;
+}
+
+}  // namespace kdx

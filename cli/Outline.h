@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace kdx {
+
+/// What the completions and the man pages say about an option or an argument.
+struct OptionOutline {
+    std::vector<std::string> names;  ///< with their dashes; of an argument, its one name
+    std::string value;               ///< what stands for its value; empty for a flag
+    std::string description;
+    bool isArgument = false;
+    bool isRequired = false;
+    bool isRepeated = false;
+};
+
+/// What they say about a command.
+struct CommandOutline {
+    std::string name;
+    std::string description;
+    std::string footer;
+    std::vector<OptionOutline> options;  ///< and arguments
+};
+
+/// The outline of a command, or of the whole program, in the order of its help.
+CommandOutline outlineOf(const CLI::App& command);
+
+/// The options, without arguments, that may stand behind a command: its own and the program's.
+std::vector<OptionOutline> optionsWith(const CommandOutline& command,
+                                       const CommandOutline& program);
+
+/// The outlines of the commands that its help shows.
+std::vector<CommandOutline> outlineCommands(const CLI::App& program);
+
+}  // namespace kdx

@@ -1,0 +1,127 @@
+#include <CLI/CLI.hpp>
+
+#include <kiv/KDXToStringMapMap.h>
+
+#include <array>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "Commands.h"
+#include "JsonText.h"
+#include "Output.h"
+#include "ReadChecked.h"
+
+namespace kdx {
+namespace {
+
+using Parameters = kiv::StringMapMap::mapped_type;
+
+/// Walks two sorted maps side by side and calls `report(key, before, after)` for each key of
+/// either; null stands for what is not there.
+template <typename Map, typename Report>
+void walkBoth(const Map& before, const Map& after, Report report) {
+    auto a = before.begin();
+    auto b = after.begin();
+    while (a != before.end() || b != after.end()) {
+        const bool takeA = b == after.end() || (a != before.end() && a->first <= b->first);
+        const bool takeB = a == before.end() || (b != after.end() && b->first <= a->first);
+        report(takeA ? a->first : b->first, takeA ? &a->second : nullptr,
+               takeB ? &b->second : nullptr);
+        if (takeA) ++a;
+        if (takeB) ++b;
+    }
+}
+
+/// Puts the differences into words.
+class Report {
+public:
+    explicit Report(const Settings& givenSettings) : settings(givenSettings) {}
+
+    std::string text;
+
+    void compareObjects(const std::string& path, const Parameters* before,
+                        const Parameters* after) {
+        static const Parameters none;
+        if (before != nullptr && after != nullptr && *before == *after) return;
+        addObject(path, before != nullptr, after != nullptr);
+        walkBoth(before == nullptr ? none : *before, after == nullptr ? none : *after,
+                 [&](const std::string& name, const std::string* old, const std::string* changed) {
+                     if (old == nullptr || changed == nullptr || *old != *changed)
+                         addParameter(path, name, old, changed);
+                 });
+    }
+
+private:
+    static const char* changeName(bool before, bool after) {
+        if (!before) return "added";
+        return after ? "changed" : "removed";
+    }
+
+    void addObject(const std::string& path, bool before, bool after) {
+        if (!settings.json) return addLine(before == after ? ' ' : after ? '+' : '-', path);
+        if (before == after) return;
+        text += jsonText({{"change", changeName(before, after)}, {"path", path}}) + '\n';
+    }
+
+    void addParameter(const std::string& path, const std::string& name, const std::string* before,
+                      const std::string* after) {
+        if (!settings.json) {
+            if (before != nullptr) addLine('-', "  " + name + " = " + *before);
+            if (after != nullptr) addLine('+', "  " + name + " = " + *after);
+            return;
+        }
+        nlohmann::ordered_json json{{"change", changeName(before != nullptr, after != nullptr)},
+                                    {"path", path},
+                                    {"name", name}};
+        if (before != nullptr) json["before"] = *before;
+        if (after != nullptr) json["after"] = *after;
+        text += jsonText(json) + '\n';
+    }
+
+    void addLine(char mark, const std::string& line) {
+        const bool color = settings.outputColor && mark != ' ';
+        if (color) text += mark == '-' ? "\033[31m" : "\033[32m";
+        text.append(1, mark).append(1, ' ').append(line);
+        text += color ? "\033[0m\n" : "\n";
+    }
+
+    const Settings& settings;
+};
+
+Status run(const std::vector<std::string>& files, const Settings& settings) {
+    std::array<kiv::StringMapMap, 2> maps;
+    const auto read = [&](const std::string& file, std::size_t index) {
+        Outcome outcome;
+        std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
+        if (source) kiv::KDXToStringMapMap::convert(std::move(*source).takeText(), maps.at(index));
+        return outcome;
+    };
+    if (files[0] == kStandardInput && files[1] == kStandardInput)
+        throw Trouble("the standard input (-) can be read only once");
+    const Status status = workOnFiles({files, {}, Status::fine}, settings, read);
+    if (status != Status::fine) return status;
+
+    Report report(settings);
+    walkBoth(maps[0], maps[1],
+             [&](const std::string& path, const Parameters* before, const Parameters* after) {
+                 report.compareObjects(path, before, after);
+             });
+    writeOutput(report.text);
+    return report.text.empty() ? Status::fine : Status::findings;
+}
+
+}  // namespace
+
+void addDiff(CLI::App& app, Session& session) {
+    CLI::App* command = app.add_subcommand("diff", "Print what two files mean differently");
+    const auto files = std::make_shared<std::vector<std::string>>(2);
+    command->add_option("A", files->front(), "The file before")->type_name("")->required();
+    command->add_option("B", files->back(), "The file after")->type_name("")->required();
+    command->footer(
+        "Objects and parameters are compared by path, as kdx map prints them: their order,\n"
+        "comments and actions do not matter. The exit status is 1 when anything differs.\n\n"
+        "Example:\n  kdx diff old.kdx new.kdx");
+    command->callback([files, &session] { session.status = run(*files, session.settings); });
+}
+
+}  // namespace kdx

@@ -1,0 +1,107 @@
+#include <CLI/CLI.hpp>
+
+#include <kiv/ObjectKDXParser.h>
+#include <kiv/StringUtilities.h>
+
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "Commands.h"
+#include "JsonText.h"
+#include "ReadChecked.h"
+
+namespace kdx {
+namespace {
+
+struct Options {
+    std::string file;
+    std::string name;
+    std::string type;
+    std::string group;
+    int depth = -1;
+    bool byName = false;
+};
+
+using Lines = std::vector<std::string>;
+
+void appendLines(std::string& out, const Lines& lines) {
+    for (const std::string& line : lines) out.append(line).append(1, '\n');
+}
+
+void appendMatch(std::string& out, const std::string& key, const Lines& lines,
+                 const Options& options, bool json) {
+    if (json) {
+        out.append(jsonText({{"key", key}, {"lines", lines}})).append(1, '\n');
+        return;
+    }
+    if (!options.group.empty()) out.append("# ").append(key).append(1, '\n');
+    appendLines(out, lines);
+}
+
+std::string search(kiv::ObjectKDXParser& parser, const Options& options, bool json) {
+    std::string text;
+    if (options.byName) {
+        parser.parseForObject(options.name, options.depth);
+        const Lines& lines = parser.getResults();
+        if (!lines.empty()) appendMatch(text, options.name, lines, options, json);
+        return text;
+    }
+    parser.parseForObjectsByType(options.type, options.depth, options.group);
+    for (const auto& [key, lines] : parser.getTypeResults())
+        appendMatch(text, key, lines, options, json);
+    appendLines(text, parser.getResults());  // of a match that is never closed
+    return text;
+}
+
+Outcome findIn(const std::string& file, const Options& options, const Settings& settings) {
+    Outcome outcome;
+    std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
+    if (!source) return outcome;
+    kiv::ObjectKDXParser parser({});
+    parser.getCommands() =
+        kiv::StringUtilities::stringToVector(std::move(*source).takeText(), '\n');
+    outcome.results = search(parser, options, settings.json);
+    if (outcome.results.empty()) outcome.status = Status::findings;
+    return outcome;
+}
+
+Status run(const Options& options, const Settings& settings) {
+    return workOnFile(options.file, settings, [&](const std::string& file, std::size_t) {
+        return findIn(file, options, settings);
+    });
+}
+
+}  // namespace
+
+void addFind(CLI::App& app, Session& session) {
+    CLI::App* command = app.add_subcommand("find", "Print the objects with a name or of a type");
+    const auto options = std::make_shared<Options>();
+    addFile(*command, options->file);
+    CLI::Option_group* searched = command->add_option_group("Searched");
+    const CLI::Option* name =
+        searched->add_option("--name", options->name, "The name; of an object without, its type")
+            ->type_name("NAME");
+    CLI::Option* type =
+        searched->add_option("--type", options->type, "The type")->type_name("TYPE");
+    searched->require_option(1);
+    command
+        ->add_option("--depth", options->depth, "Levels of nested objects to print; -1 prints all")
+        ->type_name("N")
+        ->check(CLI::Range(-1, std::numeric_limits<int>::max()).description(""))
+        ->capture_default_str();
+    command
+        ->add_option("--group", options->group,
+                     "Keep the last match in each object of this type, under its name")
+        ->type_name("TYPE")
+        ->needs(type);
+    command->footer(
+        "An object inside a match belongs to it. Of several matches by type with the same type\n"
+        "and name, the last is printed. The exit status is 1 when there is no match.\n\n"
+        "Example:\n  kdx find set-up.kdx --type Channel --depth 0");
+    command->callback([options, name, &session] {
+        options->byName = name->count() > 0;
+        session.status = run(*options, session.settings);
+    });
+}
+
+}  // namespace kdx

@@ -1,0 +1,73 @@
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+#include "Commands.h"
+#include "Formatted.h"
+#include "ReadChecked.h"
+#include "ReplaceFile.h"
+#include "UnifiedDiff.h"
+
+namespace kdx {
+namespace {
+
+struct Options {
+    std::vector<std::string> files;
+    bool inPlace = false;
+    bool check = false;
+    bool diff = false;
+};
+
+Outcome formatFile(const std::string& file, const Options& options, const Settings& settings) {
+    if (options.inPlace && file == kStandardInput)
+        throw Trouble("cannot be formatted in place: leave out -i, or name a file");
+    Outcome outcome;
+    const std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
+    std::string text;
+    if (!source || !formatSource(*source, settings, text, outcome)) return outcome;
+
+    text.insert(0, source->byteOrderMark());
+    if (!options.inPlace && !options.check && !options.diff) {
+        outcome.results = std::move(text);
+        return outcome;
+    }
+    if (text == source->buffer) return outcome;
+    if (options.inPlace) {
+        replaceFile(file, text);
+        return outcome;
+    }
+    outcome.status = Status::findings;
+    if (options.diff)
+        appendUnifiedDiff(outcome.results, source->name, source->buffer, text,
+                          settings.outputColor);
+    else
+        outcome.results = source->name + '\n';
+    return outcome;
+}
+
+Status run(const Options& options, const Settings& settings) {
+    return workOnArguments(options.files, settings, [&](const std::string& file, std::size_t) {
+        return formatFile(file, options, settings);
+    });
+}
+
+}  // namespace
+
+void addFmt(CLI::App& app, Session& session) {
+    CLI::App* command = app.add_subcommand("fmt", "Indent by nesting");
+    const auto options = std::make_shared<Options>();
+    addFiles(*command, options->files);
+    CLI::Option* inPlace =
+        command->add_flag("-i,--in-place", options->inPlace, "Change the files themselves");
+    command->add_flag("--check", options->check, "List the files that would change, status 1")
+        ->excludes(inPlace);
+    command->add_flag("--diff", options->diff, "Print what would change as a unified diff")
+        ->excludes(inPlace);
+    command->footer(
+        "Comments and blank lines stay. A text that is no KDX, or that could not be laid out\n"
+        "without loss, is left alone.\n\n"
+        "Example:\n  kdx fmt -i configs/");
+    command->callback([options, &session] { session.status = run(*options, session.settings); });
+}
+
+}  // namespace kdx
