@@ -9,7 +9,7 @@ using kiv::KDXPath;
 
 namespace {
 
-/// "type|name" for each component.
+/// "[type|name]" for each component.
 std::string componentsOf(const KDXPath& path) {
     std::string text;
     for (std::size_t i = 0; i < path.numComponent(); ++i)
@@ -23,19 +23,16 @@ struct Row {
 const std::vector<Row> kTexts = {
     {"", "", ""},
     {"/", "[|]", "/"},
-    {"//", "[|][|]", "//"},
+    {":", "[|]", "/"},
     {"//B", "[|][B|B]", "//B"},
     {"/A/", "[A|A][|]", "/A/"},
-    {"/Sample:s1", "[Sample|s1]", "/Sample:s1"},
-    {"/Sample:s1/Channel:A/Filter", "[Sample|s1][Channel|A][Filter|Filter]",
-     "/Sample:s1/Channel:A/Filter"},
+    {"/Sample:s1/Channel:A/F", "[Sample|s1][Channel|A][F|F]", "/Sample:s1/Channel:A/F"},
     {"Sample:s1/B", "[Sample|s1][B|B]", "/Sample:s1/B"},
     {"/Config:Config", "[Config|Config]", "/Config"},
     {"/Config:", "[Config|Config]", "/Config"},
     {"/A:b:c", "[A|b:c]", "/A:b:c"},
     {"/A::b", "[A|:b]", "/A::b"},
     {"/:n", "[|n]", "/:n"},
-    {":", "[|]", "/"},
     {"/my type: a name ", "[my type| a name ]", "/my type: a name "},
 };
 
@@ -48,21 +45,19 @@ const std::vector<std::string> kOrdered = {
 }  // namespace
 
 TEST(KDXPath, readsPathText) {
-    for (const Row& row : kTexts) {
-        const KDXPath path(row.text);
-        EXPECT_EQ(componentsOf(path), row.components) << row.text;
-        EXPECT_EQ(path.getSubPath(0, path.numComponent()), row.canonical) << row.text;
-        EXPECT_EQ(componentsOf(KDXPath(row.canonical)), row.components) << row.text;
+    for (const auto& [text, components, canonical] : kTexts) {
+        const KDXPath path(text);
+        EXPECT_EQ(componentsOf(path), components) << text;
+        EXPECT_EQ(path.getSubPath(0, path.numComponent()), canonical) << text;
+        EXPECT_FALSE(path < KDXPath(canonical) || KDXPath(canonical) < path) << text;
     }
-    EXPECT_EQ(KDXPath().numComponent(), 0U);
 }
 
 TEST(KDXPath, getSubPathIsTheTextOfSomeComponents) {
     const KDXPath path("/Sample:s1/Config:Config/F");
-    const char* const expected[] = {"", "/Sample:s1", "/Sample:s1/Config", "/Sample:s1/Config/F"};
-    for (std::size_t n = 0; n < 4; ++n) EXPECT_EQ(path.getSubPath(0, n), expected[n]);
-    EXPECT_EQ(path.getSubPath(0, 99), expected[3]);
-    EXPECT_EQ(path.getSubPath(1, 1), "/Config");
+    EXPECT_EQ(path.getSubPath(0, 0), "");
+    EXPECT_EQ(path.getSubPath(0, 2), "/Sample:s1/Config");
+    EXPECT_EQ(path.getSubPath(1, 99), "/Config/F");
     EXPECT_EQ(path.getSubPath(3, 1), "");
     EXPECT_THROW(path.getSubPath(4, 0), std::out_of_range);
     EXPECT_THROW(path.getType(3), std::out_of_range);
@@ -75,16 +70,4 @@ TEST(KDXPath, ordersByComponent) {
         for (std::size_t j = 0; j < kOrdered.size(); ++j)
             EXPECT_EQ(KDXPath(kOrdered[i]) < KDXPath(kOrdered[j]), i < j)
                 << kOrdered[i] << " and " << kOrdered[j];
-    for (const char* same : {"/Config", "/Config:", "Config", "Config:Config"}) {
-        EXPECT_FALSE(KDXPath(same) < KDXPath("/Config:Config")) << same;
-        EXPECT_FALSE(KDXPath("/Config:Config") < KDXPath(same)) << same;
-    }
-}
-
-TEST(KDXPath, copiesAreIndependent) {
-    KDXPath path("/A:b");
-    const KDXPath copy = path;
-    path = KDXPath("/C/D");
-    EXPECT_EQ(componentsOf(copy), "[A|b]");
-    EXPECT_EQ(componentsOf(path), "[C|C][D|D]");
 }

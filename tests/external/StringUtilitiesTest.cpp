@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "support/Text.h"
+
 using namespace kiv::StringUtilities;
 using Pieces = std::vector<std::string>;
 
@@ -12,24 +14,21 @@ TEST(StringUtilities, replaceSubstring) {
         const char *text, *from, *to, *result;
     };
     for (const auto& [text, from, to, result] :
-         {Row{"a,b,,c", ",", "\\,", "a\\,b\\,\\,c"}, Row{"", ",", "x", ""},
-          Row{"abc", "", "x", "abc"}, Row{"aaa", "aa", "b", "ba"},
-          Row{"abab", "ab", "abab", "abababab"}, Row{"a,", ",", "", "a"}})
+         {Row{"a,b,,c", ",", "\\,", "a\\,b\\,\\,c"}, Row{"abc", "", "x", "abc"},
+          Row{"aaa", "aa", "b", "ba"}, Row{"abab", "ab", "abab", "abababab"},
+          Row{"a,", ",", "", "a"}})
         EXPECT_EQ(replaceSubstring(text, from, to), result) << text;
 }
 
 TEST(StringUtilities, removeWhitespaceKeepsInnerBlanksSimplifyWhitespaceMakesThemOneSpace) {
-    struct Row {
-        const char *text, *trimmed, *simplified;
-    };
-    for (const auto& [text, trimmed, simplified] :
-         {Row{"", "", ""}, Row{" \t\n\v\f\r", "", ""}, Row{"a", "a", "a"},
-          Row{"\r\v a \f\n", "a", "a"}, Row{"my   name", "my   name", "my name"},
-          Row{" a\tb ", "a\tb", "a b"}, Row{"a \n b  c", "a \n b  c", "a b c"},
-          Row{"\xA0 a\x85", "\xA0 a\x85", "\xA0 a\x85"}}) {
+    for (const auto& [text, trimmed] :
+         {Case{"", ""}, Case{" \t\n\v\f\r", ""}, Case{"\r\v a \f\n", "a"}, Case{" a\tb ", "a\tb"},
+          Case{"a \n b  c", "a \n b  c"}, Case{"\xA0 a\x85", "\xA0 a\x85"}})
         EXPECT_EQ(removeWhitespace(text), trimmed) << text;
+    for (const auto& [text, simplified] :
+         {Case{"", ""}, Case{" \t\n\v\f\r", ""}, Case{"\r\v a \f\n", "a"}, Case{" a\tb ", "a b"},
+          Case{"a \n b  c", "a b c"}, Case{"\xA0 a\x85", "\xA0 a\x85"}})
         EXPECT_EQ(simplifyWhitespace(text), simplified) << text;
-    }
     const std::string withZero("\0 \0", 3);
     EXPECT_EQ(removeWhitespace(withZero), withZero);
 }
@@ -49,24 +48,14 @@ TEST(StringUtilities, removeFromEnd) {
 }
 
 TEST(StringUtilities, stringToVector) {
-    const std::vector<std::pair<const char*, Pieces>> rows = {
-        {"", {}},
-        {"\n", {""}},
-        {"a", {"a"}},
-        {"a\nb", {"a", "b"}},
-        {"a\n\nb\n", {"a", "", "b"}},
-        {"\na\r\n\n", {"", "a\r", ""}},
-    };
-    for (const auto& [text, pieces] : rows) EXPECT_EQ(stringToVector(text, '\n'), pieces) << text;
+    EXPECT_EQ(stringToVector("", '\n'), Pieces());
     EXPECT_EQ(stringToVector("a\nb;c", ';'), (Pieces{"a\nb", "c"}));
+    EXPECT_EQ(stringToVector("\na\r\n\nb", '\n'), (Pieces{"", "a\r", "", "b"}));
+    EXPECT_EQ(stringToVector("a\n\n", '\n'), (Pieces{"a", ""}));
 }
 
 TEST(StringUtilities, vectorToOneLineStringDropsTheIndentationOfLaterPieces) {
-    const std::vector<std::pair<Pieces, const char*>> rows = {
-        {{}, ""},
-        {{"  a "}, "  a "},
-        {{"  label = abc", "def"}, "  label = abcdef"},
-        {{"a ", " \t b ", "", "  ", "c"}, "a b c"},
-    };
-    for (const auto& [pieces, line] : rows) EXPECT_EQ(vectorToOneLineString(pieces), line);
+    EXPECT_EQ(vectorToOneLineString({}), "");
+    EXPECT_EQ(vectorToOneLineString({"  label = a ", " \t b \t", "", "  ", "c"}),
+              "  label = a b \tc");
 }

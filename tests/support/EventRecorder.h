@@ -19,7 +19,7 @@ public:
     std::string openObjects() const {
         std::string text;
         for (const auto& [type, name] : objectStack)
-            text.append(text.empty() ? "" : " ").append(type).append(1, '|').append(name);
+            text.append(text.empty() ? "" : " ").append(type + '|' + name);
         return text;
     }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <kiv/ActionBuilder.h>
 #include <kiv/CleanKDXParamString.h>
 #include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
@@ -14,39 +13,65 @@
 #include <kiv/StringUtilities.h>
 
 #include <string>
+#include <vector>
 
 #include "support/EventRecorder.h"
+#include "support/Text.h"
 
+/// Every part of the library, on texts so long that no string can do without an allocation.
 namespace everyOperation {
 
-inline std::string ofReaders(const std::vector<std::string>& lines) {
-    EventRecorder recorder(lines);
-    recorder.parse();
-    kiv::ObjectKDXParser parser(lines);
-    parser.parseForObject("s1", -1);
-    std::string text =
-        recorder.events + kiv::StringUtilities::vectorToOneLineString(parser.getResults());
-    parser.parseForObjectsByType("Channel", 0, "Sample");
-    for (const auto& [key, found] : parser.getTypeResults()) text += key + found.front();
+inline const std::string kDocument =
+    "> an action line that is longer than a small string \\\n   and continued # with a comment\n"
+    "A long type of an object: and a long name for the same object\n"
+    "  a long name of a parameter = a value that is   long as well \\\n    \\\n    and goes on\n"
+    "  Z nested object that is not in order: with a name of its own\n    x = 1\n  END\n"
+    "END # A long type of an object\nA long type of an object: left open at the end\n";
+inline const std::vector<std::string> kLines = linesOf(kDocument);
+inline const std::string kPath = "/A long type of an object:and a long name/Z nested object:b/c";
+
+inline std::string walk(std::vector<std::string> lines) {
+    lines.emplace_back("a line that is no line of this language, and no other");
+    const EventRecorder recorder(lines);
+    EventRecorder copy;
+    copy = recorder;
     try {
-        EventRecorder({"?"}).parse();
+        copy.parse();
     } catch (const kiv::data::invalid& error) {
-        text += error.message();
+        copy.events += error.message();
     }
+    return copy.events;
+}
+
+inline std::string search(const kiv::ObjectKDXParser& start) {
+    kiv::ObjectKDXParser parser(start);
+    parser.parseForObject("and a long name for the same object", -1);
+    parser.parseForObjectsByType("Z nested object that is not in order", 0,
+                                 "A long type of an object");
+    kiv::ObjectKDXParser copy(kLines);
+    copy = parser;
+    std::string found = kiv::StringUtilities::vectorToOneLineString(copy.getResults());
+    for (const auto& [key, lines] : copy.getTypeResults()) found += key + lines.front();
+    return found;
+}
+
+inline std::string readAndWrite() {
+    kiv::StringMapMap map;
+    kiv::KDXToStringMapMap::convert(kDocument, map, {"A long type of an object"}, false);
+    const kiv::KDXToStringMapMap lines(kLines, map);
+    const kiv::KDXToStringMapMap copy(lines);
+    std::string text;
+    kiv::StringMapMapToKDX::convert(map.begin()->first, map, text);
     return text;
 }
 
-inline std::string ofWriters() {
-    kiv::ActionBuilder action("go");
-    action.addParam("fast,");
-    kiv::KDXBuilder builder;
-    builder.addAction(action);
-    builder.pushRoot("/Sample:s1");
-    builder.addParam("count", 1234567);
-    builder.addParam("size", 1234.5, "mm");
-    builder.addParam("text", kiv::CleanKDXParamString("a\\"));
+inline std::string build() {
+    kiv::KDXBuilder builder(kPath);
+    builder.addParam(kPath, 1234.5, kPath);
+    kiv::CleanKDXParamString value(kPath);
+    builder.addParam(kPath, value = kiv::CleanKDXParamString(kPath + "\\\\"));
     try {
-        builder.addAction("go");
+        builder.addAction(kPath);
     } catch (const kiv::internal::error& error) {
         builder.addParam("refused", error.message());
     }
@@ -54,28 +79,32 @@ inline std::string ofWriters() {
     return builder.getKDX();
 }
 
-inline std::string ofTools(const std::string& text, const std::vector<std::string>& lines) {
-    kiv::StringMapMap map;
-    kiv::KDXToStringMapMap::convert(text, map, {"Sample"}, false);
-    kiv::KDXToStringMapMap::convert(lines, map);
-    std::string result;
-    kiv::StringMapMapToKDX::convert("/Sample:s1", map, result);
-    for (const std::string& line : kiv::KDXFormatting::indentKDX(lines))
-        result += line + kiv::KDXFormatting::removeComment(line);
+inline std::string runs() {
+    std::string text;
     for (const auto& [kind, run] :
-         kiv::ExtractActionOrStateFromKDX::extractActionOrStateFromKDX(text))
-        result += run;
-    result += std::string(kiv::SystemMsg("%1").arg(1234567));
-    return result + std::to_string(kiv::KDXPath("/a") < kiv::KDXPath("/b:1"));
+         kiv::ExtractActionOrStateFromKDX::extractActionOrStateFromKDX(kDocument))
+        text += run;
+    return text;
 }
 
-/// Uses every part of the library.
-/// @return all that it had to say.
-inline std::string run() {
-    const std::string text =
-        "> go\nSample: s1\n  gain = 1 \\\n  000\n  Channel: A\n    x = 1 # note\n  END\nEND\n";
-    const auto lines = kiv::StringUtilities::stringToVector(text, '\n');
-    return ofReaders(lines) + ofWriters() + ofTools(text, lines);
-}
+struct Operation {
+    const char* name;
+    std::string (*run)();
+};
+inline const std::vector<Operation> kOperations = {
+    {"walk", [] { return walk(kLines); }},
+    {"search", [] { return search(kiv::ObjectKDXParser(kLines)); }},
+    {"read and write", readAndWrite},
+    {"build", build},
+    {"extract", runs},
+    {"indent", [] { return joined(kiv::KDXFormatting::indentKDX(kLines)); }},
+    {"remove a comment", [] { return kiv::KDXFormatting::removeComment(kLines[1]); }},
+    {"replace", [] { return kiv::StringUtilities::replaceSubstring(kPath, "o", kPath); }},
+    {"simplify", [] { return kiv::StringUtilities::simplifyWhitespace(kDocument); }},
+    {"path", [] { return kiv::KDXPath(kPath).getSubPath(1, 2); }},
+    {"order", [] { return std::to_string(kiv::KDXPath(kPath) < kiv::KDXPath("/A")); }},
+    {"message", [] { return std::string(kiv::UserMsg("%1 " + kPath, nullptr).arg(kPath)); }},
+    {"number", [] { return std::string(kiv::SystemMsg(kPath + "%1").arg(-1234567)); }},
+};
 
 }  // namespace everyOperation

@@ -4,13 +4,15 @@
 #include <kiv/StringMapMap.h>
 
 #include <fstream>
-#include <initializer_list>
 #include <iterator>
-#include <random>
 #include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
+
+/// A row of a table: what goes in, and what should come out.
+struct Case {
+    const char *input, *result;
+};
 
 /// The bytes of a file in tests/data.
 inline std::string readData(const std::string& name) {
@@ -27,6 +29,25 @@ inline std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
+/// Lists of lines written as one text in a table: "first|second".
+inline std::vector<std::string> lines(const std::string& text) {
+    std::vector<std::string> list(1);
+    for (const char c : text) {
+        if (c == '|')
+            list.emplace_back();
+        else
+            list.back() += c;
+    }
+    return list;
+}
+
+inline std::string joined(const std::vector<std::string>& list) {
+    std::string text;
+    for (const std::string& line : list)
+        text.append(&line == &list.front() ? "" : "|").append(line);
+    return text;
+}
+
 /// A map as text, one line an object: "/Sample:s1 {Rate=10, Unit=Hz}\n".
 inline std::string dump(const kiv::StringMapMap& map) {
     std::string text;
@@ -41,20 +62,3 @@ inline std::string dump(const kiv::StringMapMap& map) {
     }
     return text;
 }
-
-/// Random texts, the same in every run.
-class RandomText {
-public:
-    bool oneIn(unsigned n) { return engine() % n == 0; }
-
-    /// Up to `most` of the pieces, end to end.
-    std::string of(const std::vector<std::string_view>& pieces, unsigned most) {
-        std::string text;
-        for (auto count = engine() % (most + 1); count > 0; --count)
-            text += pieces[engine() % pieces.size()];
-        return text;
-    }
-
-private:
-    std::mt19937 engine{20240611};
-};

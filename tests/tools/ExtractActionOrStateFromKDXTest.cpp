@@ -17,6 +17,27 @@ std::string runsOf(const std::string& text) {
     return runs;
 }
 
+const std::vector<Case> kRows = {
+    {"", ""},
+    {"\n  \n# c\n \t# d\n", ""},
+    {">a\n\n  # c\n>b", "Action\n>a\n>b\n"},
+    {"x\n# > c\n\ny\n", "State\nx\ny\n"},
+    {"  > a # c \r\n", "Action\n> a\n"},
+    {" ! a # b \n$ a # b \n- odd", "State\n! a # b \n$ a\n- odd\n"},
+    {"x = a\\#b # c \n", "State\nx = a\\#b # c\n"},
+    {">a\\\n  b \\\nc # d\nx", "Action\n>ab c\nState\nx\n"},
+    {"\\\n  >a\nx", "Action\n>a\nState\nx\n"},
+    {"x \\\n\n>a", "State\nx\nAction\n>a\n"},
+    {"x \\\n  # c\n>a", "State\nx\nAction\n>a\n"},
+    // the very last character continues a line, in a comment, too, and no other does
+    {"x # c\\\n>a\n>b", "State\nx\nAction\n>b\n"},
+    {"x \\ \n>a", "State\nx \\\nAction\n>a\n"},
+    {"x \\\r\n>a", "State\nx \\\nAction\n>a\n"},
+    // continued at the end of the text
+    {"x \\\n", "State\nx\n"},
+    {"\\", ""},
+};
+
 }  // namespace
 
 TEST(Extraction, dividesADocument) {
@@ -24,29 +45,5 @@ TEST(Extraction, dividesADocument) {
 }
 
 TEST(Extraction, trimsJoinsAndGroups) {
-    struct Row {
-        const char *text, *runs;
-    };
-    for (const auto& [text, runs] : {
-             Row{"", ""},
-             Row{"\n  \n# c\n \t# d\n", ""},
-             Row{">a\n\n  # c\n>b", "Action\n>a\n>b\n"},
-             Row{"x\n# > c\n\ny\n", "State\nx\ny\n"},
-             Row{"  > a # c \r\n", "Action\n> a\n"},
-             Row{" ! a # b \n$ a # b \n- odd", "State\n! a # b \n$ a\n- odd\n"},
-             Row{"x = a\\#b # c \n", "State\nx = a\\#b # c\n"},
-             Row{">a\\\n  b \\\nc # d\nx", "Action\n>ab c\nState\nx\n"},
-             Row{"\\\n  >a\nx", "Action\n>a\nState\nx\n"},
-             Row{"x \\\n\n>a", "State\nx\nAction\n>a\n"},
-             Row{"x \\\n  # c\n>a", "State\nx\nAction\n>a\n"},
-             // the very last character continues a line, in a comment, too, and no other does
-             Row{"x # c\\\n>a\n>b", "State\nx\nAction\n>b\n"},
-             Row{"x \\ \n>a", "State\nx \\\nAction\n>a\n"},
-             Row{"x \\\r\n>a", "State\nx \\\nAction\n>a\n"},
-             // continued at the end of the text
-             Row{"x \\", "State\nx\n"},
-             Row{"x \\\n", "State\nx\n"},
-             Row{"\\", ""},
-         })
-        EXPECT_EQ(runsOf(text), runs) << text;
+    for (const auto& [text, runs] : kRows) EXPECT_EQ(runsOf(text), runs) << text;
 }

