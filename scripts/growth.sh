@@ -1,6 +1,6 @@
 #!/bin/sh
 # Measures that no call costs more than linear time: counts the instructions of each family of
-# input in tests/growth at some size and at twice that size, and prints a table. Fails when twice
+# input in bench/growth at some size and at twice that size, and prints a table. Fails when twice
 # the input (or output, where that is what grows) costs more than 2.2 times.
 #
 #   scripts/growth.sh [DIVISOR [PATTERN]]
@@ -14,7 +14,7 @@ pattern=${2:-.}
 
 cmake --preset dev >/dev/null
 cmake --build --preset dev --target growth >/dev/null
-growth=build/dev/tests/growth/growth
+growth=build/dev/bench/growth/growth
 
 # Prints the instructions of a family at a size, and the bytes that they should follow.
 measure() {
