@@ -61,6 +61,7 @@ const std::vector<Case> kOpenKind = {
     {"Sample \\||: s1", "Sample \\|: s1"},
     {"Sample \\|  \\|: s1", "Sample \\|: s1"},
     {"\\|\\|\\", ""},
+    {"# c\\|a\\||b=1", "# c\\|a\\|b=1"},  // the comment's backslash continues nothing
 };
 
 }  // namespace

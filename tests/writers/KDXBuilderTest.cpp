@@ -23,6 +23,12 @@ std::string closed(KDXBuilder builder) {
     return builder.getKDX();
 }
 
+void openOwnText(KDXBuilder& builder) {
+    const std::string& own = builder.getKDX();
+    builder.pushObject(own, own), builder.pushObject(own);
+    builder.addParam(own, "");
+}
+
 struct Row {
     std::string text;
     void (*call)(KDXBuilder&);
@@ -46,6 +52,10 @@ const std::vector<Row> kCalls = {
     {"", [](auto& b) { b.pushRoot(""); }},
     {"A: b:c\n  T:\n  END\nEND\n", [](auto& b) { b.pushRoot("/A:b:c/T:T"); }},
     {"A:\n  B: x\n  END\nEND\n", [](auto& b) { b.pushRoot("/A"), b.pushRoot("/B:x"); }},
+    // the builder's own text as an argument
+    {"x = 1\nx = x = 1\n\n", [](auto& b) { b.addParam("x", 1), b.addParam("x", b.getKDX()); }},
+    {">Go \n>Go >Go \n\n", [](auto& b) { b.addAction("Go"), b.addAction("Go", b.getKDX()); }},
+    {": \n  : \n:\n    : \n  : \n:\n = \n  END\nEND\n", openOwnText},
 };
 
 const std::string kLevel =
