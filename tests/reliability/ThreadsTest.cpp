@@ -19,6 +19,7 @@ TEST(Threads, useTheLibraryAtOnceEachWithObjectsOfItsOwn) {
     const std::string expected = runAll();
     std::vector<std::string> results(8, "nothing");
     std::vector<std::thread> threads;
+    threads.reserve(results.size());
     for (std::string& result : results)
         threads.emplace_back([&result, &expected] {
             result = expected;
