@@ -116,7 +116,7 @@ TEST(Walk, stopsAtAnUnrecognisedLine) {
 
 TEST(Walk, isLeftByWhatACallbackThrowsWithTheStateOfBeforeTheLine) {
     EventRecorder parser({"A: x", "p = 1", "> go", "END", "END"});
-    const char* const open[] = {"", "A|x", "A|x", "A|x", ""};
+    const std::vector<std::string> open = {"", "A|x", "A|x", "A|x", ""};
     for (std::size_t line = 0; line < 5; ++line) {
         parser.reaction = [line](const EventRecorder& self) {
             if (self.getLineNumber() == line) throw line;

@@ -33,7 +33,7 @@ std::string outcomeOf(StringMapMap map, const std::function<void(StringMapMap&)>
 void expectOutcome(const std::string& text, const std::string& outcome, const Types& types = {},
                    bool exclude = false, const StringMapMap& before = {}) {
     const auto lines = linesOf(text);
-    const std::function<void(StringMapMap&)> ways[] = {
+    const std::vector<std::function<void(StringMapMap&)>> ways = {
         [&](StringMapMap& map) { KDXToStringMapMap::convert(text, map, types, exclude); },
         [&](StringMapMap& map) { KDXToStringMapMap::convert(lines, map, types, exclude); },
         [&](StringMapMap& map) { KDXToStringMapMap(text, map, types, exclude); },
