@@ -34,7 +34,7 @@ string(REPLACE "std::map<std::string, std::map<std::string, std::string>, \
 std::allocator<std::pair<std::string const, std::map<std::string, std::string>>>>"
     "kiv::StringMapMap" names "${names}")
 string(REPLACE "[abi:cxx11]" "" names "${names}")
-string(REPLACE "unsigned long long" "unsigned long" names "${names}")
+string(REGEX REPLACE "unsigned (long long|int)" "unsigned long" names "${names}")
 string(REGEX MATCHALL "[^\n]+" names "${names}")
 list(FILTER names EXCLUDE REGEX "^typeinfo ")
 list(REMOVE_DUPLICATES names)

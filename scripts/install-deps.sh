@@ -1,9 +1,10 @@
 #!/bin/sh
 # Installs with apt-get what this machine lacks, and nothing where it lacks nothing.
 #
-#   scripts/install-deps.sh          what building and testing need
-#   scripts/install-deps.sh check    that, and what .ci/run needs besides
-#   scripts/install-deps.sh windows  what building and testing need, and what scripts/test-windows.sh needs besides
+#   scripts/install-deps.sh            what building and testing need
+#   scripts/install-deps.sh check      that, and what .ci/run needs besides
+#   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
+#   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
 set -eu
 
 packages="g++ cmake ninja-build pkg-config python3 \
@@ -12,7 +13,8 @@ case "${1-}" in
     '') ;;
     check) packages="$packages clang clang-tidy clang-format gcovr valgrind" ;;
     windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
-    *) echo "usage: $0 [check | windows]" >&2; exit 2 ;;
+    platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
+    *) echo "usage: $0 [check | windows | platforms]" >&2; exit 2 ;;
 esac
 
 log=$(mktemp)
