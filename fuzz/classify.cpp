@@ -27,7 +27,7 @@ Classified classify(const std::string& line) {
 }
 
 std::string trimmed(const std::string& line) {
-    const std::string text = fuzz::withoutLeadingBlanks(line);
+    std::string text = fuzz::withoutLeadingBlanks(line);
     if (text.empty() || text.front() == '!') return text;
     const std::size_t hash = text.find('#');
     const bool escaped = hash != std::string::npos && hash > 0 && text[hash - 1] == '\\';

@@ -119,7 +119,7 @@ TEST(Walk, isLeftByWhatACallbackThrowsWithTheStateOfBeforeTheLine) {
     const std::vector<std::string> open = {"", "A|x", "A|x", "A|x", ""};
     for (std::size_t line = 0; line < 5; ++line) {
         parser.reaction = [line](const EventRecorder& self) {
-            if (self.getLineNumber() == line) throw line;
+            if (self.getLineNumber() == line) throw std::size_t{line};
         };
         EXPECT_THROW(parser.parse(), std::size_t);
         EXPECT_EQ(parser.getLineNumber(), line);
