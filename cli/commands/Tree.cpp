@@ -3,6 +3,8 @@
 #include <kiv/MiniKDXParser.h>
 
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "Commands.h"
 #include "Diagnostics.h"
@@ -48,7 +50,9 @@ std::vector<Node> readTree(std::string_view text) {
         if (lastAtDepth.back() != kNone) nodes[lastAtDepth.back()].isLast = false;
         lastAtDepth.back() = nodes.size();
         lastAtDepth.push_back(kNone);
-        nodes.push_back({second.empty() ? first : first + ": " + second, open.size()});
+        std::string title = first;
+        if (!second.empty()) title.append(": ").append(second);
+        nodes.push_back({std::move(title), open.size()});
         open.push_back(nodes.size() - 1);
     }
     return nodes;
