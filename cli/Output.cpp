@@ -33,7 +33,7 @@ void finishOutput() {
 }
 
 void writeError(std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    (void)std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
 bool outputIsTerminal() {

@@ -15,10 +15,10 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::size_t kFirstChunk = 64 * 1024;
+constexpr std::size_t kFirstChunk = std::size_t{64} * 1024;
 
 struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { (void)std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
