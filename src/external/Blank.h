@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -9,25 +11,48 @@ namespace kiv::detail {
 /// A blank is a space, tab, line feed, vertical tab, form feed or carriage return: what
 /// `std::isspace` accepts in the classic locale, whatever the global locale is.
 constexpr bool isBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+    // The first comparison settles nearly every character that is asked about.
+    return static_cast<unsigned char>(c) <= ' ' && (c == ' ' || (c >= '\t' && c <= '\r'));
+}
+
+/// The number of the first byte in memory that is not 0; there must be one.
+inline std::size_t lowestByte(std::uint64_t word) {
+#if defined(__GNUC__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    return static_cast<unsigned>(__builtin_ctzll(word)) / 8;
+#else
+    std::array<char, sizeof word> bytes{};
+    std::memcpy(bytes.data(), &word, sizeof word);
+    std::size_t index = 0;
+    while (bytes[index] == 0) ++index;
+    return index;
+#endif
 }
 
 inline std::string_view withoutLeadingBlanks(std::string_view text) {
     const char* begin = text.data();
     const char* const end = begin + text.size();
-    // Indentation is spaces, as a rule: looking for them first takes half the instructions.
-    while (begin != end && *begin == ' ') ++begin;
     while (begin != end && isBlank(*begin)) ++begin;
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-/// The same for a line, which may be indented deeply.
+/// How many spaces a line begins with: a machine word at a time, without a jump for every single
+/// space, which the processor would often guess wrong.
+inline std::size_t leadingSpaces(std::string_view line) {
+    constexpr std::uint64_t spaces = 0x2020202020202020U;
+    const char* const begin = line.data();
+    const char* const end = begin + line.size();
+    const char* at = begin;
+    for (std::uint64_t word = 0; end - at >= 8; at += sizeof word) {
+        std::memcpy(&word, at, sizeof word);
+        if (word != spaces) return static_cast<std::size_t>(at - begin) + lowestByte(word ^ spaces);
+    }
+    while (at != end && *at == ' ') ++at;
+    return static_cast<std::size_t>(at - begin);
+}
+
+/// The same as withoutLeadingBlanks(), for a line, which may be indented deeply.
 inline std::string_view withoutIndentation(std::string_view line) {
-    // Eight spaces compare as one machine word.
-    constexpr std::string_view spaces = "        ";
-    while (line.size() >= spaces.size() &&
-           std::memcmp(line.data(), spaces.data(), spaces.size()) == 0)
-        line.remove_prefix(spaces.size());
+    line.remove_prefix(leadingSpaces(line));
     return withoutLeadingBlanks(line);
 }
 

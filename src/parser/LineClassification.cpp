@@ -28,27 +28,17 @@ bool isPlainEnd(std::string_view text, std::size_t nameLength) {
     return nameLength == text.size() || text[nameLength] == '#';
 }
 
-/// The kind of a line, without leading blanks, that is neither an object nor a parameter. The
-/// comment begins behind the name characters at the earliest.
+}  // namespace
+
 LineType classifyOther(std::string_view text, std::size_t nameLength) {
     if (isPlainEnd(text, nameLength)) return MiniKDXParser::lineEnd;
+    // The comment begins behind the name characters at the earliest.
     const std::string_view trimmed = trimLine(text, nameLength);
     if (trimmed.empty()) return MiniKDXParser::lineBlank;
     if (trimmed.front() == '!' || trimmed.front() == '$') return MiniKDXParser::lineVerbatim;
     if (trimmed.front() == '>') return MiniKDXParser::lineAction;
     if (trimmed == "END") return MiniKDXParser::lineEnd;
     return MiniKDXParser::lineUnrecognised;
-}
-
-}  // namespace
-
-// A name holds no '#', so that what ends it decides before anything is known of a comment.
-LineType classifyLine(std::string_view line, std::size_t nameLength) {
-    const std::string_view text = withoutIndentation(line);
-    const NameRun run = nameRun(text, nameLength);
-    if (run.stop == ':') return MiniKDXParser::lineObject;
-    if (run.stop == '=') return MiniKDXParser::lineParameter;
-    return classifyOther(text, run.length);
 }
 
 LineType LineSplitter::splitOther(std::string_view text, std::size_t nameLength) {
@@ -73,7 +63,7 @@ MiniKDXParser::lineType MiniKDXParser::determineLineType(const std::string& line
 }
 
 MiniKDXParser::lineType MiniKDXParser::determineLineType(const std::string& line) {
-    return detail::classifyLine(line);
+    return detail::classifyText(detail::withoutIndentation(line));
 }
 
 }  // namespace kiv

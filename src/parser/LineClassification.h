@@ -15,10 +15,6 @@ namespace kiv::detail {
 
 using LineType = MiniKDXParser::lineType;
 
-/// The kind of one line. The first `nameLength` bytes of the line are known to be name characters,
-/// of which the first is no blank: they are not looked at again.
-LineType classifyLine(std::string_view line, std::size_t nameLength = 0);
-
 /// The name characters that a text begins with.
 struct NameRun {
     std::size_t wordLength;  // up to the first space
@@ -26,12 +22,30 @@ struct NameRun {
     char stop;  // the byte behind them, '\0' at the end of the text
 };
 
-/// The run at the beginning of the text, of which so many bytes are known to belong to it.
-inline NameRun nameRun(std::string_view text, std::size_t length) {
-    while (length < text.size() && isWordCharacter(text[length])) ++length;
-    const std::size_t wordLength = length;
-    while (length < text.size() && isNameCharacter(text[length])) ++length;
-    return {wordLength, length, length < text.size() ? text[length] : '\0'};
+/// The run at the beginning of the text.
+inline NameRun nameRun(std::string_view text) {
+    const char* end = text.data();
+    while (isWordCharacter(*end)) ++end;
+    const char* const wordEnd = end;
+    while (isNameCharacter(*end)) ++end;
+    return {static_cast<std::size_t>(wordEnd - text.data()),
+            static_cast<std::size_t>(end - text.data()), *end};
+}
+
+/// The kind of a line, without leading blanks, that is neither an object nor a parameter and begins
+/// with so many name characters.
+LineType classifyOther(std::string_view text, std::size_t nameLength);
+
+/// The kind of a line without leading blanks. The first `nameLength` bytes are known to be name
+/// characters: they are not looked at again.
+///
+/// A name holds no '#', so that what ends it decides before anything is known of a comment.
+inline LineType classifyText(std::string_view text, std::size_t nameLength = 0) {
+    const char* end = text.data() + nameLength;
+    while (isNameCharacter(*end)) ++end;
+    if (*end == '=') return MiniKDXParser::lineParameter;
+    if (*end == ':') return MiniKDXParser::lineObject;
+    return classifyOther(text, static_cast<std::size_t>(end - text.data()));
 }
 
 /// Cuts line after line into its kind and its two halves, which are what
@@ -42,7 +56,7 @@ public:
     // In the header, so that the walk over the lines takes it in: a fifth of its instructions.
     LineType split(std::string_view line) {
         const std::string_view text = withoutIndentation(line);
-        const NameRun run = nameRun(text, 0);
+        const NameRun run = nameRun(text);
         if (run.stop != '=' && run.stop != ':') return splitOther(text, run.length);
         firstHalf = nameOf(text, run);
         secondHalf = withoutOuterBlanks(withoutComment(text.substr(run.length + 1), 0));

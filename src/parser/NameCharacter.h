@@ -5,14 +5,23 @@
 
 namespace kiv::detail {
 
-/// All 256 bytes, true for what names are made of besides spaces: the ASCII letters and digits,
-/// '&', '.' and '_'. A table, because one look-up replaces up to nine comparisons a byte.
-constexpr std::array<bool, 256> kWordCharacters = [] {
-    std::array<bool, 256> table{};
+using CharacterTable = std::array<bool, 256>;
+
+/// All 256 bytes, true for the ASCII letters and digits, '&', '.' and '_'. A table, because one
+/// look-up replaces up to nine comparisons a byte.
+constexpr CharacterTable kWordCharacters = [] {
+    CharacterTable table{};
     for (std::size_t c = '0'; c <= '9'; ++c) table[c] = true;
     for (std::size_t c = 'A'; c <= 'Z'; ++c) table[c] = true;
     for (std::size_t c = 'a'; c <= 'z'; ++c) table[c] = true;
     for (const char c : {'&', '.', '_'}) table[static_cast<unsigned char>(c)] = true;
+    return table;
+}();
+
+/// The same with the space.
+constexpr CharacterTable kNameCharacters = [] {
+    CharacterTable table = kWordCharacters;
+    table[' '] = true;
     return table;
 }();
 
@@ -22,7 +31,7 @@ constexpr bool isWordCharacter(char c) {
 
 /// A name character is a letter, a digit, or one of space, '&', '.' and '_'.
 constexpr bool isNameCharacter(char c) {
-    return c == ' ' || isWordCharacter(c);
+    return kNameCharacters[static_cast<unsigned char>(c)];
 }
 
 }  // namespace kiv::detail

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "external/Blank.h"
-#include "parser/LineClassification.h"
 #include "parser/LineTrimming.h"
 #include "parser/LogicalLine.h"
 #include "parser/NameCharacter.h"
@@ -22,42 +21,32 @@ bool isNothingOrComment(std::string_view line) {
 
 }  // namespace
 
-UndecidedLine::Outcome UndecidedLine::add(std::string_view line, bool spaced) {
-    if (text.empty()) return addFirst(line);
+MiniKDXParser::lineType UndecidedLine::addFurther(std::string_view line, bool spaced) {
     const std::size_t lengthBefore = text.size();
     const bool canDecide = nameLength == lengthBefore ||
                            (isNothingOrComment(line) && withoutTrailingBlanks(text) == "END");
     if (spaced) text += ' ';
     text += line;
-    const auto kind = canDecide ? classifyLine(text, nameLength) : MiniKDXParser::lineUnrecognised;
+    const auto kind = canDecide ? classifyText(text, nameLength) : MiniKDXParser::lineUnrecognised;
     text.resize(std::min(text.find('#', lengthBefore), text.size()));
     text.resize(withoutTrailingBlanks(text).size());
-    return {kind, dropFinalBackslash()};
+    dropFinalBackslash();
+    return kind;
 }
 
-void UndecidedLine::clear() {
-    text.clear();
-    nameLength = 0;
-}
-
-UndecidedLine::Outcome UndecidedLine::addFirst(std::string_view line) {
-    const auto kind = classifyLine(line);
-    if (line.find('\\') == std::string_view::npos) return {kind, false};  // nearly every line
+void UndecidedLine::keepContinued(std::string_view line, MiniKDXParser::lineType kind) {
     const std::string_view commentless = removeComment(line);
-    if (!isContinued(commentless)) return {kind, false};
-    if (kind == MiniKDXParser::lineUnrecognised) {
-        text = commentless;
-        dropFinalBackslash();
-    }
-    return {kind, true};
+    continued = detail::isContinued(commentless);
+    if (!continued || kind != MiniKDXParser::lineUnrecognised) return;
+    text = commentless;
+    dropFinalBackslash();
 }
 
-bool UndecidedLine::dropFinalBackslash() {
-    const bool continued = isContinued(text);
+void UndecidedLine::dropFinalBackslash() {
+    continued = detail::isContinued(text);
     if (continued) text.pop_back();
     nameLength = std::min(nameLength, text.size());
     while (nameLength < text.size() && isNameCharacter(text[nameLength])) ++nameLength;
-    return continued;
 }
 
 }  // namespace kiv::detail

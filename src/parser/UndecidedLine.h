@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "parser/LineClassification.h"
+
 namespace kiv::detail {
 
 /// Finds out what a logical line is while its physical lines come in one by one, without their
@@ -13,24 +15,36 @@ namespace kiv::detail {
 /// before it.
 class UndecidedLine {
 public:
-    /// What is known of the logical line with one more physical line.
-    struct Outcome {
-        MiniKDXParser::lineType kind;  ///< lineUnrecognised while it is open
-        bool continued;                ///< whether the physical line ends in a backslash
-    };
-
     /// Adds a physical line without leading blanks, behind a blank if `spaced`.
-    Outcome add(std::string_view line, bool spaced);
+    /// @return the kind of the logical line, lineUnrecognised while it is open.
+    MiniKDXParser::lineType add(std::string_view line, bool spaced) {
+        return text.empty() ? addFirst(line) : addFurther(line, spaced);
+    }
+
+    /// Whether the physical line added last ends in a backslash.
+    bool isContinued() const { return continued; }
 
     /// Begins a new logical line.
-    void clear();
+    void clear() {
+        text.clear();
+        nameLength = 0;
+    }
 
 private:
-    Outcome addFirst(std::string_view line);
-    bool dropFinalBackslash();
+    MiniKDXParser::lineType addFirst(std::string_view line) {
+        const auto kind = classifyText(line);
+        continued = line.find('\\') != std::string_view::npos;
+        if (continued) keepContinued(line, kind);  // hardly ever
+        return kind;
+    }
+
+    void keepContinued(std::string_view line, MiniKDXParser::lineType kind);
+    MiniKDXParser::lineType addFurther(std::string_view line, bool spaced);
+    void dropFinalBackslash();
 
     std::string text;
     std::size_t nameLength = 0;  // so many name characters stand at the beginning of the text
+    bool continued = false;
 };
 
 }  // namespace kiv::detail

@@ -21,16 +21,17 @@ public:
     explicit Indenter(std::size_t lineCount) { indented.reserve(lineCount); }
 
     void add(std::string_view line) {
-        const std::string_view stripped = detail::withoutIndentation(line);
+        current = line;
+        spaces = detail::leadingSpaces(line);
+        const std::string_view stripped = detail::withoutLeadingBlanks(line.substr(spaces));
         const bool spaced = continuing && stripped.size() < line.size();
         if (kind != MiniKDXParser::lineUnrecognised) {
             addToKnown(stripped, spaced);
             continuing = detail::isContinued(line);
         } else {
-            const auto outcome = logicalLine.add(stripped, spaced);
-            kind = outcome.kind;
+            kind = logicalLine.add(stripped, spaced);
             addToOpen(stripped, spaced);
-            continuing = outcome.continued;
+            continuing = logicalLine.isContinued();
         }
         if (!continuing) startLogicalLine();
     }
@@ -83,7 +84,12 @@ private:
     static std::size_t margin(bool spaced) { return spaced ? kStep : 0; }
 
     void write(std::size_t indentation, std::string_view stripped) {
-        std::string& line = indented.emplace_back(indentation + stripped.size(), ' ');
+        const std::size_t length = indentation + stripped.size();
+        if (length == current.size() && spaces == indentation) {  // as in a text that is tidy
+            indented.emplace_back(current);
+            return;
+        }
+        std::string& line = indented.emplace_back(length, ' ');
         stripped.copy(line.data() + indentation, stripped.size());
     }
 
@@ -93,6 +99,8 @@ private:
     }
 
     std::vector<std::string> indented;
+    std::string_view current;  // the physical line
+    std::size_t spaces = 0;    // in front of it
     std::size_t level = 0;
     bool continuing = false;
     lineType kind = MiniKDXParser::lineUnrecognised;
