@@ -128,14 +128,14 @@ private:
     std::vector<Entry> open;
 };
 
-/// The steps that write a map's text: its object lines and ENDs ready-cut, its parameters where
-/// they are in the map.
+/// The lines of objects in a map's text, with their paths cut: views of the map's keys.
 class WriteSteps : public kiv::MiniKDXParser {
 public:
     struct Step {
-        std::string line;
+        std::string_view type;
+        std::string_view name;
+        std::size_t indent;
         const kiv::StringMapMap::mapped_type* parameters;  // null at an END
-        std::size_t indent;                                // of the parameters
     };
 
     WriteSteps(const std::vector<std::string>& lines, const kiv::StringMapMap& source)
@@ -145,22 +145,31 @@ public:
 
 protected:
     void newObject(const std::string& type, const std::string& name) override {
-        path.resize(pathLengths.empty() ? 0 : pathLengths.back());
+        path.resize(open.empty() ? 0 : open.back().pathLength);
+        const std::size_t typeBegin = path.size() + 1;
         path.append("/").append(type);
-        if (!name.empty() && name != type) path.append(":").append(name);
-        pathLengths.push_back(path.size());
-        steps.push_back(
-            {getCommands()[getLineNumber()] + '\n', &map.at(path), 2 * pathLengths.size()});
+        if (!name.empty()) path.append(":").append(name);
+        const auto& [key, parameters] = *map.find(path);
+        const auto cut = std::string_view(key).substr(typeBegin);
+        const auto shownName = name.empty() ? cut.substr(cut.size()) : cut.substr(type.size() + 1);
+        steps.push_back({cut.substr(0, type.size()), shownName, 2 * open.size(), &parameters});
+        open.push_back({steps.size() - 1, path.size()});
     }
     void endObject() override {
-        pathLengths.pop_back();
-        steps.push_back({getCommands()[getLineNumber()] + '\n', nullptr, 0});
+        steps.push_back(steps[open.back().step]);
+        steps.back().parameters = nullptr;
+        open.pop_back();
     }
 
 private:
+    struct OpenObject {
+        std::size_t step;
+        std::size_t pathLength;
+    };
+
     const kiv::StringMapMap& map;
     std::string path;
-    std::vector<std::size_t> pathLengths;
+    std::vector<OpenObject> open;
 };
 
 class AppendText : public Job {
@@ -176,18 +185,22 @@ public:
     void prepare() override { text = {}; }
     void run() override {
         text.reserve(size);
-        for (const auto& step : steps) {
-            text += step.line;
-            if (step.parameters == nullptr) continue;
-            for (const auto& [name, value] : *step.parameters) {
-                text.append(step.indent, ' ').append(name).append(" = ").append(value);
-                text += '\n';
-            }
-        }
+        for (const auto& step : steps) step.parameters == nullptr ? appendEnd(step) : append(step);
     }
     Counts counts() const override { return countsOf(mapOf(text)); }
 
 private:
+    void append(const WriteSteps::Step& step) {
+        text.append(step.indent, ' ').append(step.type).append(": ").append(step.name) += '\n';
+        for (const auto& [name, value] : *step.parameters) {
+            text.append(step.indent + 2, ' ').append(name).append(" = ").append(value) += '\n';
+        }
+    }
+    void appendEnd(const WriteSteps::Step& step) {
+        text.append(step.indent, ' ').append("END # ").append(step.type).append(":");
+        text.append(step.name) += '\n';
+    }
+
     kiv::StringMapMap map;
     std::size_t size = 0;
     std::vector<WriteSteps::Step> steps;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+
+#include "MachineWord.h"
 
 namespace kiv::detail {
 
@@ -15,19 +15,6 @@ constexpr bool isBlank(char c) {
     return static_cast<unsigned char>(c) <= ' ' && (c == ' ' || (c >= '\t' && c <= '\r'));
 }
 
-/// The number of the first byte in memory that is not 0; there must be one.
-inline std::size_t lowestByte(std::uint64_t word) {
-#if defined(__GNUC__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-    return static_cast<unsigned>(__builtin_ctzll(word)) / 8;
-#else
-    std::array<char, sizeof word> bytes{};
-    std::memcpy(bytes.data(), &word, sizeof word);
-    std::size_t index = 0;
-    while (bytes[index] == 0) ++index;
-    return index;
-#endif
-}
-
 inline std::string_view withoutLeadingBlanks(std::string_view text) {
     const char* begin = text.data();
     const char* const end = begin + text.size();
@@ -35,16 +22,16 @@ inline std::string_view withoutLeadingBlanks(std::string_view text) {
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-/// How many spaces a line begins with: a machine word at a time, without a jump for every single
-/// space, which the processor would often guess wrong.
+/// How many spaces a line begins with.
 inline std::size_t leadingSpaces(std::string_view line) {
     constexpr std::uint64_t spaces = 0x2020202020202020U;
     const char* const begin = line.data();
     const char* const end = begin + line.size();
     const char* at = begin;
-    for (std::uint64_t word = 0; end - at >= 8; at += sizeof word) {
-        std::memcpy(&word, at, sizeof word);
-        if (word != spaces) return static_cast<std::size_t>(at - begin) + lowestByte(word ^ spaces);
+    for (; end - at >= 8; at += 8) {
+        const std::uint64_t word = wordAt(at);
+        if (word != spaces)
+            return static_cast<std::size_t>(at - begin) + firstByteSet(word ^ spaces);
     }
     while (at != end && *at == ' ') ++at;
     return static_cast<std::size_t>(at - begin);
