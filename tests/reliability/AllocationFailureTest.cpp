@@ -21,7 +21,8 @@ std::size_t injectedFailures = 0;
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Inlined, these would look to g++ like the wrong ends of a plain malloc() or new.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     if (allocationsUntilFailure != 0 && --allocationsUntilFailure == 0) throw std::bad_alloc();
     void* memory = std::malloc(size == 0 ? 1 : size);
     if (memory == nullptr) throw std::bad_alloc();
@@ -37,7 +38,6 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     }
 }
 
-// Inlined, its free() would look to g++ like the wrong end of a plain new.
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     if (memory != nullptr) --liveAllocations;
     std::free(memory);
