@@ -4,6 +4,7 @@
 
 #include "Diagnostics.h"
 #include "JsonText.h"
+#include "Output.h"
 #include "Status.h"
 
 namespace kdx {
@@ -100,6 +101,21 @@ void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& paramete
 
 namespace {
 
+/// Text on its way to the standard output, printed in pieces, so that it need not be held whole.
+struct Printer {
+    std::string text;
+
+    void print() {
+        writeOutput(text);
+        text.clear();
+    }
+
+    void printIfLong() {
+        constexpr std::size_t kLong = 1U << 16U;
+        if (text.size() >= kLong) print();
+    }
+};
+
 void appendEntry(std::string& out, const std::string& path,
                  const kiv::StringMapMap::mapped_type& parameters) {
     try {
@@ -114,22 +130,29 @@ void appendEntry(std::string& out, const std::string& path,
 
 }  // namespace
 
-void appendJson(std::string& out, const kiv::StringMapMap& map) {
+void printJson(const kiv::StringMapMap& map) {
+    Printer printer;
     const char* separator = "\n";
-    out += '{';
+    printer.text += '{';
     for (const auto& [path, parameters] : map) {
-        out.append(separator);
-        appendEntry(out, path, parameters);
+        printer.text.append(separator);
+        appendEntry(printer.text, path, parameters);
+        printer.printIfLong();
         separator = ",\n";
     }
-    out += map.empty() ? "}\n" : "\n}\n";
+    printer.text += map.empty() ? "}\n" : "\n}\n";
+    printer.print();
 }
 
-void appendFlat(std::string& out, const kiv::StringMapMap& map) {
-    for (const auto& [path, parameters] : map)
+void printFlat(const kiv::StringMapMap& map) {
+    Printer printer;
+    for (const auto& [path, parameters] : map) {
         for (const auto& [name, value] : parameters)
-            out.append(path).append(1, '\t').append(name).append(1, '\t').append(value).append(
-                1, '\n');
+            printer.text.append(path).append(1, '\t').append(name).append(1, '\t').append(value) +=
+                '\n';
+        printer.printIfLong();
+    }
+    printer.print();
 }
 
 kiv::StringMapMap readJson(std::string_view text) {

@@ -7,19 +7,20 @@
 
 namespace kdx {
 
-/// Appends the map as a JSON object of objects of strings, keys in map order.
-/// @throws Trouble for text that is no UTF-8, which JSON cannot hold.
-void appendJson(std::string& out, const kiv::StringMapMap& map);
+/// Prints the map as a JSON object of objects of strings, keys in map order.
+/// @throws Trouble for text that is no UTF-8, which JSON cannot hold; what stands before it has
+/// then been printed.
+void printJson(const kiv::StringMapMap& map);
+
+/// Prints one line "PATH<tab>NAME<tab>VALUE" for each parameter.
+void printFlat(const kiv::StringMapMap& map);
 
 /// Appends the parameters of one object as a JSON object; `margin` goes in front of all lines but
 /// the first.
 void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& parameters,
                 std::string_view margin);
 
-/// Appends one line "PATH<tab>NAME<tab>VALUE" for each parameter.
-void appendFlat(std::string& out, const kiv::StringMapMap& map);
-
-/// Reads what appendJson() wrote; numbers, true and false are taken as the text they are.
+/// Reads what printJson() wrote; numbers, true and false are taken as the text they are.
 /// @throws Trouble for JSON that is no such map, or that has a key twice.
 kiv::StringMapMap readJson(std::string_view text);
 

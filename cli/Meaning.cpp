@@ -17,13 +17,18 @@ class Statements {
 public:
     explicit Statements(std::string_view text) : lines(text) {}
 
-    bool next() {
-        while (lines.next()) {
+    /// Goes on to the next logical line, whatever it is. @return false when there is none.
+    bool nextLine() { return lines.next(); }
+    std::string_view bareLine() const { return withoutOuterBlanks(lines.text()); }
+
+    /// Reads this line, or the first behind it that says something. @return false when none does.
+    bool read() {
+        do {
             type = MiniKDXParser::determineLineType(lines.text(), first, second);
             if (type == MiniKDXParser::lineVerbatim || type == MiniKDXParser::lineAction)
                 first = withoutOuterBlanks(withoutComment());
             if (type != MiniKDXParser::lineBlank) return true;
-        }
+        } while (lines.next());
         return false;
     }
 
@@ -48,9 +53,15 @@ private:
 bool sameMeaning(std::string_view before, std::string_view after) {
     Statements a(before);
     Statements b(after);
-    while (a.next())
-        if (!b.next() || !a.saysTheSame(b)) return false;
-    return !b.next();
+    for (;;) {
+        bool inA = a.nextLine();
+        bool inB = b.nextLine();
+        if (inA && inB && a.bareLine() == b.bareLine()) continue;
+        inA = inA && a.read();
+        inB = inB && b.read();
+        if (!inA || !inB) return inA == inB;
+        if (!a.saysTheSame(b)) return false;
+    }
 }
 
 }  // namespace kdx

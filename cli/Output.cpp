@@ -1,9 +1,6 @@
 #include "Output.h"
 
-#include <unistd.h>
-
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <system_error>
 
@@ -18,10 +15,6 @@ namespace {
 
 }  // namespace
 
-void prepareStreams() {
-    (void)std::signal(SIGPIPE, SIG_IGN);
-}
-
 void writeOutput(std::string_view text) {
     errno = 0;
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failWrite(errno);
@@ -34,14 +27,6 @@ void finishOutput() {
 
 void writeError(std::string_view text) {
     (void)std::fwrite(text.data(), 1, text.size(), stderr);
-}
-
-bool outputIsTerminal() {
-    return isatty(STDOUT_FILENO) == 1;
-}
-
-bool errorIsTerminal() {
-    return isatty(STDERR_FILENO) == 1;
 }
 
 }  // namespace kdx

@@ -7,7 +7,6 @@
 
 #include "Commands.h"
 #include "MapText.h"
-#include "Output.h"
 #include "ReadChecked.h"
 
 namespace kdx {
@@ -24,12 +23,6 @@ struct Options {
 void merge(kiv::StringMapMap& map, kiv::StringMapMap&& more) {
     map.merge(more);
     for (auto& [path, parameters] : more) map.find(path)->second.merge(parameters);
-}
-
-void writeMap(const kiv::StringMapMap& map, bool flat) {
-    std::string text;
-    flat ? appendFlat(text, map) : appendJson(text, map);
-    writeOutput(text);
 }
 
 Status run(const Options& options, const Settings& settings) {
@@ -50,7 +43,7 @@ Status run(const Options& options, const Settings& settings) {
     };
     const auto then = [&](std::size_t index) { merge(map, std::move(maps[index])); };
     const Status status = workOnFiles(list, settings, work, then);
-    writeMap(map, options.flat);
+    options.flat ? printFlat(map) : printJson(map);
     return status;
 }
 

@@ -252,8 +252,6 @@ class Fmt(KdxTest):
     def test_fmt(self):
         for text, output in [
             (UGLY, FORMATTED), ("", ""), ("\n", "\n"), (" x = 1", "x = 1\n"),
-            (UGLY.replace("\n", "\r\n").replace("\\\r", "\\"),
-             FORMATTED.replace("\\", "\\")),
             ("A:\r\nx = 1\r\n\r\nEND\r\n", "A:\r\n  x = 1\r\n\r\nEND\r\n"),
             ("A:\r\nx = 1\nEND\r\n", "A:\n  x = 1\nEND\n"),
             ("\ufeffA:\nx = 1\nEND\n", "\ufeffA:\n  x = 1\nEND\n"),
@@ -291,6 +289,7 @@ class Fmt(KdxTest):
         ]:
             self.expect("fmt " + arguments, "", status, output, errors)
 
+    @unittest.skipUnless(shutil.which("git"), "needs git to apply patches")
     def test_diff_is_a_patch(self):
         source = random.Random(7)
         for _ in range(20):
@@ -305,7 +304,7 @@ class Fmt(KdxTest):
 
     def test_what_it_writes_is_formatted_and_means_the_same(self):
         source = random.Random(11)
-        texts = {f"f{i}": random_text(source) for i in range(300)}
+        texts = {f"f{i}": random_text(source) for i in range(150)}
         self.write(**texts)
         for command in ["fmt", "strip"]:
             written = 0
@@ -336,8 +335,8 @@ class Fmt(KdxTest):
         after = real.stat()
         self.assertTrue(link.is_symlink())
         self.assertEqual(real.read_text(), FORMATTED)
-        self.assertEqual([(s.st_mode, s.st_uid, s.st_gid) for s in [after]],
-                         [(s.st_mode, s.st_uid, s.st_gid) for s in [before]])
+        self.assertEqual((after.st_mode, after.st_uid, after.st_gid),
+                         (before.st_mode, before.st_uid, before.st_gid))
         self.assertEqual(os.listdir(real.parent), ["file"])
 
     def test_folders_and_files_without_permission(self):
@@ -365,7 +364,7 @@ class Fmt(KdxTest):
         (self.folder / "d").mkdir()
         source = random.Random(3)
         half_done = 0
-        for _ in range(25):
+        for _ in range(12):
             for name in names:
                 (self.folder / name).write_text(old)
             running = subprocess.Popen([KDX, "fmt", "-i", "d"], cwd=self.folder)

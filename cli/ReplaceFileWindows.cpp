@@ -1,0 +1,55 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "ReplaceFile.h"
+#include "Status.h"
+
+namespace kdx {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void failReplace(const std::string& step) {
+    const auto error = static_cast<int>(::GetLastError());
+    throw Trouble("cannot be replaced: " + step + ": " + std::system_category().message(error));
+}
+
+void writeFlushed(const fs::path& path, std::string_view contents) {
+    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) failReplace("a new file beside it");
+    bool written = true;
+    while (written && !contents.empty()) {
+        constexpr std::size_t kLargest = 1U << 30U;
+        DWORD count = 0;
+        const auto size = static_cast<DWORD>(std::min(contents.size(), kLargest));
+        written = ::WriteFile(file, contents.data(), size, &count, nullptr) != 0;
+        contents.remove_prefix(count);
+    }
+    written = written && ::FlushFileBuffers(file) != 0;
+    ::CloseHandle(file);
+    if (!written) failReplace("write");
+}
+
+}  // namespace
+
+void replaceFile(const std::string& path, std::string_view contents) {
+    std::error_code error;
+    const fs::path target = fs::canonical(path, error);
+    if (error) throw Trouble("cannot be replaced: the file: " + error.message());
+    fs::path temporary = target;
+    temporary += ".tmp-" + std::to_string(::GetCurrentProcessId());
+    try {
+        writeFlushed(temporary, contents);
+        if (::ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) == 0)
+            failReplace("rename");
+    } catch (const Trouble&) {
+        fs::remove(temporary, error);
+        throw;
+    }
+}
+
+}  // namespace kdx
