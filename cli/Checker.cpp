@@ -3,11 +3,9 @@
 #include <kiv/MiniKDXParser.h>
 
 #include <algorithm>
-#include <functional>
-#include <memory_resource>
-#include <unordered_map>
 
 #include "Blank.h"
+#include "FirstSeen.h"
 
 namespace kdx {
 namespace {
@@ -16,51 +14,14 @@ using kiv::MiniKDXParser;
 
 constexpr const char* kNameCharacters = "letters, digits, blanks, '&', '.' and '_'";
 
-/// An object or a parameter: its name inside the object with the number `owner`.
-struct Key {
-    std::size_t owner = 0;
-    std::string_view name;
-
-    bool operator==(const Key& other) const { return owner == other.owner && name == other.name; }
-};
-
-/// Not noexcept: only then does the standard library's table keep the hash of each key, instead of
-/// computing it again for every key that a search passes, which took half of the time.
-struct KeyHash {
-    std::size_t operator()(const Key& key) const {
-        constexpr std::size_t kGoldenRatio = 0x9E3779B97F4A7C15U;
-        return (std::hash<std::string_view>()(key.name) ^ key.owner) * kGoldenRatio;
-    }
-};
-
-/// What was seen first under each name. Forgets nothing until it is destroyed.
-class FirstSeen {
-public:
-    struct Sighting {
-        std::size_t number;
-        std::size_t line;
-    };
-
-    /// What was seen first under this name, or null when it is seen now.
-    const Sighting* find(const Key& key) const {
-        const auto found = sightings.find(key);
-        return found == sightings.end() ? nullptr : &found->second;
-    }
-
-    const Sighting& add(const Key& key, std::size_t line) {
-        char* copy = static_cast<char*>(memory.allocate(key.name.size() + 1, 1));
-        key.name.copy(copy, key.name.size());
-        const Sighting sighting{sightings.size() + 1, line};
-        return sightings.emplace(Key{key.owner, {copy, key.name.size()}}, sighting).first->second;
-    }
-
-private:
-    std::pmr::monotonic_buffer_resource memory;
-    std::pmr::unordered_map<Key, Sighting, KeyHash> sightings{&memory};
+/// The names that stand directly in one object, or at the top level.
+struct NamesInside {
+    FirstSeen objects;
+    FirstSeen parameters;
 };
 
 struct OpenObject {
-    std::size_t number = 0;
+    std::size_t number = 0;  ///< the same for all objects of one path
     Place place;
 };
 
@@ -147,14 +108,19 @@ private:
     std::size_t numberOfObject() {
         name = first;
         if (!second.empty() && second != first) name.append(1, ':').append(second);
-        const Key key{openObjects.empty() ? 0 : openObjects.back().number, name};
-        const FirstSeen::Sighting* before = objects.find(key);
-        if (before == nullptr) return objects.add(key, lines.pieces().front().line).number;
-        warn("repeated-object", lines.placeOf(lineBegin()),
-             describeObject(first, second) + " again: its parameters merge into those of line " +
-                 std::to_string(before->line));
-        return before->number;
+        FirstSeen& siblings = inside[openObjects.empty() ? 0 : openObjects.back().number].objects;
+        const auto [object, isNew] = siblings.see(name, {firstLineNumber(), inside.size()});
+        if (isNew)
+            inside.emplace_back();
+        else
+            warn("repeated-object", lines.placeOf(lineBegin()),
+                 describeObject(first, second) +
+                     " again: its parameters merge into those of line " +
+                     std::to_string(object.line));
+        return object.number;
     }
+
+    std::size_t firstLineNumber() const { return lines.pieces().front().line; }
 
     void checkParameter() {
         if (openObjects.empty()) {
@@ -163,15 +129,12 @@ private:
                         "parameter '" + shown(first) + "' stands in no object");
         }
         if (demand != Demand::style) return;
-        const Key key{openObjects.back().number, first};
-        const FirstSeen::Sighting* before = parameters.find(key);
-        if (before == nullptr) {
-            parameters.add(key, lines.pieces().front().line);
-            return;
-        }
-        warn("repeated-parameter", lines.placeOf(lineBegin()),
-             "parameter '" + shown(first) + "' again: its first value, of line " +
-                 std::to_string(before->line) + ", is kept");
+        FirstSeen& siblings = inside[openObjects.back().number].parameters;
+        const auto [parameter, isNew] = siblings.see(first, {firstLineNumber(), 0});
+        if (!isNew)
+            warn("repeated-parameter", lines.placeOf(lineBegin()),
+                 "parameter '" + shown(first) + "' again: its first value, of line " +
+                     std::to_string(parameter.line) + ", is kept");
     }
 
     void checkEnd() {
@@ -233,8 +196,8 @@ private:
     std::string first;
     std::string second;
     std::string name;
-    FirstSeen objects;
-    FirstSeen parameters;
+    std::vector<NamesInside> inside =
+        std::vector<NamesInside>(1);  // every object, by its number; 0 is the top level
     std::vector<OpenObject> openObjects;
     Findings findings;
 };
