@@ -1,20 +1,24 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
 namespace kdx {
 
 /// The blanks of KDX: space, tab, line feed, vertical tab, form feed, carriage return.
-constexpr std::string_view kBlanks = " \t\n\v\f\r";
+constexpr bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 inline std::string_view withoutLeadingBlanks(std::string_view text) {
-    return text.substr(std::min(text.find_first_not_of(kBlanks), text.size()));
+    std::size_t begin = 0;
+    while (begin < text.size() && isBlank(text[begin])) ++begin;
+    return text.substr(begin);
 }
 
 inline std::string_view withoutTrailingBlanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 inline std::string_view withoutOuterBlanks(std::string_view text) {

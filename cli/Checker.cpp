@@ -3,6 +3,7 @@
 #include <kiv/MiniKDXParser.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "Blank.h"
 #include "FirstSeen.h"
@@ -13,15 +14,27 @@ namespace {
 using kiv::MiniKDXParser;
 
 constexpr const char* kNameCharacters = "letters, digits, blanks, '&', '.' and '_'";
+constexpr std::size_t kSeamDistance = std::size_t{64} * 1024;
 
 /// The names that stand directly in one object, or at the top level.
 struct NamesInside {
     FirstSeen objects;
     FirstSeen parameters;
+
+    void clear() {
+        objects.clear();
+        parameters.clear();
+    }
+};
+
+/// Of which objects the names inside are remembered.
+enum class Memory {
+    open,  ///< of those that are open, which is enough when no object appears twice
+    all,
 };
 
 struct OpenObject {
-    std::size_t number = 0;  ///< the same for all objects of one path
+    std::size_t number = 0;  ///< among those whose names are remembered; one for each path
     Place place;
 };
 
@@ -40,24 +53,28 @@ std::string describeObject(const std::string& type, const std::string& name) {
 class Checker {
 public:
     Checker(const Source& checkedSource, Demand demanded, const Settings& givenSettings,
-            std::size_t limit)
+            std::size_t maxProblems, Memory givenMemory)
         : source(checkedSource),
           demand(demanded),
           settings(givenSettings),
-          maxProblems(limit),
-          lines(checkedSource.text()) {}
+          memory(givenMemory),
+          lines(checkedSource.text()),
+          report{Findings(maxProblems), {}} {}
 
-    Findings run() {
+    /// Checks the text. @return nothing when that needs more memory than was given.
+    std::optional<Report> run() {
         if (source.hasByteOrderMark)
             warn("byte-order-mark", {1, 1, firstLine()},
-                 "byte order mark; the library refuses it: save the file without one");
-        while (lines.next()) checkLine();
+                 "byte order mark; kdx passes over it, but it is no KDX, and other programs may "
+                 "refuse the line: save the file without one");
+        hasNul = source.text().find('\0') != std::string_view::npos;
+        while (lines.next()) {
+            checkLine();
+            if (outgrown) return std::nullopt;
+        }
         for (const OpenObject& object : openObjects)
             warn("never-closed", object.place, "object is never closed: its END is missing");
-        std::stable_sort(
-            findings.problems.begin(), findings.problems.end(),
-            [](const Problem& a, const Problem& b) { return a.place.line < b.place.line; });
-        return std::move(findings);
+        return std::move(report);
     }
 
 private:
@@ -65,7 +82,7 @@ private:
 
     void checkLine() {
         const MiniKDXParser::lineType type =
-            MiniKDXParser::determineLineType(lines.text(), first, second);
+            demand == Demand::style ? lines.classify(first, second) : lines.classify();
         if (demand == Demand::style) checkBytes(type);
         switch (type) {
             case MiniKDXParser::lineUnrecognised: return checkUnrecognised();
@@ -84,8 +101,9 @@ private:
     }
 
     void checkUnrecognised() {
+        lines.classify(first, second);
         const std::size_t offset = lineBegin() + first.size();
-        const std::string_view meaning = std::string_view(lines.text()).substr(0, commentBegin());
+        const std::string_view meaning = lines.text().substr(0, commentBegin());
         if (offset < withoutTrailingBlanks(meaning).size())
             return fail("unknown-syntax", offset,
                         "unknown syntax: " + describe(meaning[offset]) +
@@ -108,16 +126,23 @@ private:
     std::size_t numberOfObject() {
         name = first;
         if (!second.empty() && second != first) name.append(1, ':').append(second);
+        const std::size_t next = memory == Memory::open ? openObjects.size() + 1 : inside.size();
         FirstSeen& siblings = inside[openObjects.empty() ? 0 : openObjects.back().number].objects;
-        const auto [object, isNew] = siblings.see(name, {firstLineNumber(), inside.size()});
-        if (isNew)
-            inside.emplace_back();
-        else
-            warn("repeated-object", lines.placeOf(lineBegin()),
-                 describeObject(first, second) +
-                     " again: its parameters merge into those of line " +
-                     std::to_string(object.line));
+        const auto [object, isNew] = siblings.see(name, {firstLineNumber(), next});
+        if (isNew) {
+            makeRoom(next);
+            return next;
+        }
+        outgrown = memory == Memory::open;
+        warn("repeated-object", lines.placeOf(lineBegin()),
+             describeObject(first, second) + " again: its parameters merge into those of line " +
+                 std::to_string(object.line));
         return object.number;
+    }
+
+    void makeRoom(std::size_t number) {
+        if (number == inside.size()) inside.emplace_back();
+        inside[number].clear();
     }
 
     std::size_t firstLineNumber() const { return lines.pieces().front().line; }
@@ -125,6 +150,7 @@ private:
     void checkParameter() {
         if (openObjects.empty()) {
             if (demand == Demand::lines) return;
+            lines.classify(first, second);
             return fail("no-object", lineBegin(),
                         "parameter '" + shown(first) + "' stands in no object");
         }
@@ -138,15 +164,28 @@ private:
     }
 
     void checkEnd() {
-        if (!openObjects.empty()) return openObjects.pop_back();
-        if (demand != Demand::lines)
-            fail("unexpected-end", lineBegin(), "END closes nothing: no object is open");
+        if (openObjects.empty()) {
+            if (demand != Demand::lines)
+                fail("unexpected-end", lineBegin(), "END closes nothing: no object is open");
+            return;
+        }
+        openObjects.pop_back();
+        if (openObjects.empty()) noteSeam();
+    }
+
+    /// Notes that the text can be cut behind this line, unless somebody might read it as continued.
+    void noteSeam() {
+        const std::size_t offset = source.text().size() - lines.textBehind().size();
+        const std::size_t last = report.seams.empty() ? 0 : report.seams.back();
+        if (offset - last < kSeamDistance) return;
+        if (lines.pieces().back().lineText.find('\\') == std::string_view::npos)
+            report.seams.push_back(offset);
     }
 
     /// What the bytes of a line give away, whatever the line says.
     void checkBytes(MiniKDXParser::lineType type) {
-        const std::size_t nul = lines.text().find('\0');
-        if (nul != std::string::npos) warn("nul-byte", lines.placeOf(nul), "NUL byte");
+        const std::size_t nul = hasNul ? lines.text().find('\0') : std::string_view::npos;
+        if (nul != std::string_view::npos) warn("nul-byte", lines.placeOf(nul), "NUL byte");
 
         const Piece& last = lines.pieces().back();
         const std::string_view line = last.lineText;
@@ -161,10 +200,10 @@ private:
     /// Whether a comment hides the lines that continue it.
     void checkSwallowed() {
         const std::size_t comment = findComment(lines.text());
-        if (comment == std::string::npos) return;
+        if (comment == std::string_view::npos) return;
         const Piece* next = &lines.pieceAt(comment) + 1;
         if (next == lines.pieces().data() + lines.pieces().size()) return;
-        const std::string_view rest = std::string_view(lines.text()).substr(next->begin);
+        const std::string_view rest = lines.text().substr(next->begin);
         if (withoutLeadingBlanks(rest).empty()) return;
         warn("swallowed-continuation", lines.placeOf(comment),
              "the comment swallows the lines that continue this one");
@@ -175,51 +214,38 @@ private:
     }
 
     void fail(const char* rule, std::size_t offset, std::string text) {
-        ++findings.errors;
-        if (maxProblems != 0 && findings.errors > maxProblems) return;
-        findings.problems.push_back(
-            {Severity::error, rule, lines.placeOf(offset), std::move(text)});
+        report.findings.add({Severity::error, rule, lines.placeOf(offset), std::move(text)});
     }
 
     void warn(const char* rule, const Place& place, std::string text) {
-        if (demand != Demand::style) return;
-        ++findings.warnings;
-        if (maxProblems != 0 && findings.warnings > maxProblems) return;
-        findings.problems.push_back({Severity::warning, rule, place, std::move(text)});
+        if (demand == Demand::style)
+            report.findings.add({Severity::warning, rule, place, std::move(text)});
     }
 
     const Source& source;
     Demand demand;
     const Settings& settings;
-    std::size_t maxProblems;
+    Memory memory;
     LogicalLines lines;
-    std::string first;
+    std::string first;  // the halves of the line, filled in when they are needed
     std::string second;
     std::string name;
-    std::vector<NamesInside> inside =
-        std::vector<NamesInside>(1);  // every object, by its number; 0 is the top level
+    bool hasNul = false;
+    bool outgrown = false;
+    std::vector<NamesInside> inside = std::vector<NamesInside>(1);  // 0 is the top level
     std::vector<OpenObject> openObjects;
-    Findings findings;
+    Report report;
 };
 
 }  // namespace
 
-Findings check(const Source& source, Demand demand, const Settings& settings,
-               std::size_t maxProblems) {
-    return Checker(source, demand, settings, maxProblems).run();
-}
-
-void appendFindings(std::string& out, std::string_view file, const Findings& findings,
-                    const Settings& settings) {
-    for (const Problem& problem : findings.problems) appendProblem(out, file, problem, settings);
-    const std::size_t hidden = findings.errors + findings.warnings - findings.problems.size();
-    if (hidden == 0) return;
-    appendProblem(out, file,
-                  {Severity::note,
-                   "hidden",
-                   {},
-                   counted(hidden, "more problem") + " not shown (--max-errors)"},
-                  settings);
+Report check(const Source& source, Demand demand, const Settings& settings,
+             std::size_t maxProblems) {
+    const auto checkWith = [&](Memory memory) {
+        return Checker(source, demand, settings, maxProblems, memory).run();
+    };
+    std::optional<Report> report = checkWith(Memory::open);
+    return report ? *std::move(report) : checkWith(Memory::all).value();
 }
 
 }  // namespace kdx

@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
-#include <string_view>
 #include <vector>
 
-#include "Diagnostics.h"
+#include "Findings.h"
 #include "Settings.h"
 #include "Source.h"
 
@@ -18,22 +16,16 @@ enum class Demand {
     style,      ///< also, nothing in it looks like a mistake: the warnings
 };
 
-/// What is wrong with a text, line by line.
-struct Findings {
-    std::vector<Problem> problems;  ///< their places refer to the text
-    std::size_t errors = 0;         ///< all of them, also those that are not in `problems`
-    std::size_t warnings = 0;
+/// What there is to say about a text.
+struct Report {
+    Findings findings;  ///< their places refer to the text
+    /// Offsets, some way apart, at which the text can be cut into parts that mean by themselves
+    /// what they mean in the text: a line begins there, and no object is open.
+    std::vector<std::size_t> seams;
 };
 
-/// Finds all problems of a text, in time proportional to it. Keeps at most `maxProblems` errors
-/// and as many warnings; 0 is no limit.
-Findings check(const Source& source, Demand demand, const Settings& settings,
-               std::size_t maxProblems);
-
-/// Appends the problems to `out`, and how many were left out.
-void appendFindings(std::string& out, std::string_view file, const Findings& findings,
-                    const Settings& settings);
-
-constexpr std::size_t kDefaultMaxErrors = 100;
+/// Finds all problems of a text, in time proportional to it, and keeps `maxProblems` of each kind.
+Report check(const Source& source, Demand demand, const Settings& settings,
+             std::size_t maxProblems);
 
 }  // namespace kdx

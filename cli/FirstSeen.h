@@ -33,10 +33,15 @@ public:
         return {now, true};
     }
 
+    void clear() {
+        few.clear();
+        many.reset();
+    }
+
 private:
     using Entry = std::pair<std::string, Sighting>;
 
-    static constexpr std::size_t kMany = 16;
+    static constexpr std::size_t kMany = 32;
 
     void indexAll() {
         many = std::make_unique<std::unordered_map<std::string, Sighting>>(few.begin(), few.end());

@@ -1,7 +1,6 @@
 #include "Formatted.h"
 
 #include <kiv/KDXFormatting.h>
-#include <kiv/MiniKDXParser.h>
 #include <kiv/StringUtilities.h>
 
 #include <algorithm>
@@ -20,6 +19,16 @@ bool hasReturn(const std::string& line) {
     return !line.empty() && line.back() == '\r';
 }
 
+bool allHaveReturns(std::string_view text) {
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        if (end == begin || text[end - 1] != '\r') return false;
+        begin = end + 1;
+    }
+    return !text.empty();
+}
+
 /// Takes the carriage returns off the line ends, but for those that keep a backslash from
 /// continuing its line.
 void dropReturns(Lines& lines) {
@@ -27,17 +36,12 @@ void dropReturns(Lines& lines) {
         if (hasReturn(line) && (line.size() == 1 || line[line.size() - 2] != '\\')) line.pop_back();
 }
 
-std::string joined(const Lines& lines, bool withReturns) {
-    std::size_t size = 0;
-    for (const std::string& line : lines) size += line.size() + 2;
-    std::string text;
-    text.reserve(size);
+void appendLines(std::string& out, const Lines& lines, bool withReturns) {
     for (const std::string& line : lines) {
-        text += line;
-        if (withReturns && !hasReturn(line)) text += '\r';
-        text += '\n';
+        out += line;
+        if (withReturns && !hasReturn(line)) out += '\r';
+        out += '\n';
     }
-    return text;
 }
 
 /// The index of the first line that has no counterpart in the shorter list.
@@ -66,8 +70,7 @@ void reportLeftOut(const Source& source, const std::string& line, std::size_t in
 bool reportCutEnd(const Source& source, const Settings& settings, Outcome& outcome) {
     for (LogicalLines lines(source.text()); lines.next();) {
         if (lines.pieces().size() == 1) continue;
-        if (kiv::MiniKDXParser::determineLineType(lines.text()) != kiv::MiniKDXParser::lineEnd)
-            continue;
+        if (lines.classify() != kiv::MiniKDXParser::lineEnd) continue;
         appendProblem(outcome.diagnostics, source.name,
                       {Severity::error, "cut-end", lines.placeOf(0),
                        "END is continued by another line, which cannot be laid out: join them"},
@@ -78,26 +81,60 @@ bool reportCutEnd(const Source& source, const Settings& settings, Outcome& outco
     return false;
 }
 
+/// Lays out a text part by part, each of which begins outside of all objects: what is at work
+/// stays in the processor's cache, and takes little memory.
+class Formatter {
+public:
+    Formatter(const CheckedSource& givenSource, const Settings& givenSettings,
+              std::string& formattedText, Outcome& givenOutcome)
+        : source(givenSource),
+          settings(givenSettings),
+          formatted(formattedText),
+          outcome(givenOutcome),
+          withReturns(allHaveReturns(source.text())) {}
+
+    bool run() {
+        formatted.reserve(source.text().size() + source.text().size() / 4);
+        std::size_t begin = 0;
+        for (const std::size_t seam : source.seams) {
+            if (!formatPart(source.text().substr(begin, seam - begin))) return false;
+            begin = seam;
+        }
+        return formatPart(source.text().substr(begin));
+    }
+
+private:
+    bool formatPart(std::string_view part) {
+        Lines lines = kiv::StringUtilities::stringToVector(std::string(part), '\n');
+        dropReturns(lines);
+        const Lines indented = kiv::KDXFormatting::indentKDX(lines);
+        if (indented.size() != lines.size()) {
+            const std::size_t leftOut = findLeftOut(lines, indented);
+            reportLeftOut(source, lines[leftOut], linesBefore + leftOut, settings, outcome);
+            return false;
+        }
+        linesBefore += lines.size();
+        const std::size_t before = formatted.size();
+        appendLines(formatted, indented, withReturns);
+        if (!sameMeaning(part, std::string_view(formatted).substr(before)))
+            throw Trouble("would mean something else when it is formatted; it is left alone");
+        return true;
+    }
+
+    const CheckedSource& source;
+    const Settings& settings;
+    std::string& formatted;
+    Outcome& outcome;
+    bool withReturns;
+    std::size_t linesBefore = 0;
+};
+
 }  // namespace
 
-bool formatSource(const Source& source, const Settings& settings, std::string& formatted,
+bool formatSource(const CheckedSource& source, const Settings& settings, std::string& formatted,
                   Outcome& outcome) {
     if (reportCutEnd(source, settings, outcome)) return false;
-    Lines lines = kiv::StringUtilities::stringToVector(std::string(source.text()), '\n');
-    const bool withReturns = !lines.empty() && std::all_of(lines.begin(), lines.end(), hasReturn);
-    dropReturns(lines);
-    Lines indented = kiv::KDXFormatting::indentKDX(lines);
-    if (indented.size() != lines.size()) {
-        const std::size_t leftOut = findLeftOut(lines, indented);
-        reportLeftOut(source, lines[leftOut], leftOut, settings, outcome);
-        return false;
-    }
-    lines = Lines();
-    formatted = joined(indented, withReturns);
-    indented = Lines();
-    if (!sameMeaning(source.text(), formatted))
-        throw Trouble("would mean something else when it is formatted; it is left alone");
-    return true;
+    return Formatter(source, settings, formatted, outcome).run();
 }
 
 }  // namespace kdx

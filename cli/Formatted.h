@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "ReadChecked.h"
 #include "Settings.h"
-#include "Source.h"
 #include "Work.h"
 
 namespace kdx {
@@ -12,7 +12,7 @@ namespace kdx {
 /// feed where every line of the source ends so, else line feeds.
 /// @return false when a line cannot be laid out without loss; the outcome then says why.
 /// @throws Trouble when the new text would not mean what the old one means.
-bool formatSource(const Source& source, const Settings& settings, std::string& formatted,
+bool formatSource(const CheckedSource& source, const Settings& settings, std::string& formatted,
                   Outcome& outcome);
 
 }  // namespace kdx

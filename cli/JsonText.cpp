@@ -1,6 +1,5 @@
 #include "JsonText.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "Diagnostics.h"
@@ -9,17 +8,24 @@
 namespace kdx {
 namespace {
 
-bool isPlain(char c) {
-    return c >= ' ' && c <= '~' && c != '"' && c != '\\';
+/// Whether JSON shows the text as it is. Looks at all of it, so that the compiler can take many
+/// bytes at a time.
+bool isPlain(std::string_view text) {
+    bool plain = true;
+    for (const char c : text) plain &= c >= ' ' && c <= '~' && c != '"' && c != '\\';
+    return plain;
 }
 
 }  // namespace
 
 void appendJsonString(std::string& out, std::string_view text) {
-    if (std::all_of(text.begin(), text.end(), isPlain))
-        out.append(1, '"').append(text).append(1, '"');
-    else
+    if (!isPlain(text)) {
         out += jsonText(text);
+        return;
+    }
+    out += '"';
+    out += text;
+    out += '"';
 }
 
 std::string jsonText(const nlohmann::ordered_json& json) {

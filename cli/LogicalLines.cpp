@@ -24,36 +24,57 @@ std::string_view shareOfFirst(std::string_view line) {
 
 }  // namespace
 
-bool LogicalLines::takeLine(std::string_view& line) {
+bool LogicalLines::takePhysical(std::string_view& physical) {
     if (rest.empty()) return false;
-    line = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    physical = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(physical.size() + 1, rest.size()));
     ++lineCount;
     return true;
 }
 
+bool LogicalLines::next() {
+    if (!takePhysical(line)) return false;
+    linePieces.clear();
+    if (line.find('\\') == std::string_view::npos)
+        linePieces.push_back({0, 0, lineCount, line});
+    else
+        join(line);
+    return true;
+}
+
+void LogicalLines::join(std::string_view physical) {
+    copy.clear();
+    bool continued = append(physical, shareOfFirst(physical));
+    while (continued && takePhysical(physical))
+        continued = append(physical, withoutLeadingBlanks(physical));
+    line = copy;
+}
+
 /// Appends the share without its final backslash. @return whether there was one.
-bool LogicalLines::append(std::string_view line, std::string_view share) {
-    const auto skipped = static_cast<std::size_t>(share.data() - line.data());
-    joinedPieces.push_back({joined.size(), skipped, lineCount, line});
+bool LogicalLines::append(std::string_view physical, std::string_view share) {
+    const auto skipped = static_cast<std::size_t>(share.data() - physical.data());
+    linePieces.push_back({copy.size(), skipped, lineCount, physical});
     const bool continued = isContinued(share);
-    joined.append(share.substr(0, share.size() - (continued ? 1 : 0)));
+    copy.append(share.substr(0, share.size() - (continued ? 1 : 0)));
     return continued;
 }
 
-bool LogicalLines::next() {
-    std::string_view line;
-    if (!takeLine(line)) return false;
-    joined.clear();
-    joinedPieces.clear();
-    bool continued = append(line, shareOfFirst(line));
-    while (continued && takeLine(line)) continued = append(line, withoutLeadingBlanks(line));
-    return true;
+const std::string& LogicalLines::asString() {
+    if (line.data() != copy.data()) copy.assign(line);
+    return copy;
+}
+
+kiv::MiniKDXParser::lineType LogicalLines::classify() {
+    return kiv::MiniKDXParser::determineLineType(asString());
+}
+
+kiv::MiniKDXParser::lineType LogicalLines::classify(std::string& first, std::string& second) {
+    return kiv::MiniKDXParser::determineLineType(asString(), first, second);
 }
 
 const Piece& LogicalLines::pieceAt(std::size_t offset) const {
     const auto behind =
-        std::upper_bound(joinedPieces.begin() + 1, joinedPieces.end(), offset,
+        std::upper_bound(linePieces.begin() + 1, linePieces.end(), offset,
                          [](std::size_t o, const Piece& piece) { return o < piece.begin; });
     return *(behind - 1);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <kiv/MiniKDXParser.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -27,13 +29,23 @@ struct Piece {
 class LogicalLines {
 public:
     explicit LogicalLines(std::string_view text) : rest(text) {}
+    LogicalLines(const LogicalLines&) = delete;
+    LogicalLines& operator=(const LogicalLines&) = delete;
 
     /// Goes on to the next logical line. @return false when there is none.
     bool next();
 
     /// The logical line, until next() is called again.
-    const std::string& text() const { return joined; }
-    const std::vector<Piece>& pieces() const { return joinedPieces; }
+    std::string_view text() const { return line; }
+    const std::vector<Piece>& pieces() const { return linePieces; }
+
+    /// The text behind the logical line.
+    std::string_view textBehind() const { return rest; }
+
+    /// What the library takes the logical line for.
+    kiv::MiniKDXParser::lineType classify();
+    /// The same, and the line's two halves.
+    kiv::MiniKDXParser::lineType classify(std::string& first, std::string& second);
 
     /// The piece that the byte at `offset` of text() belongs to, or ends.
     const Piece& pieceAt(std::size_t offset) const;
@@ -42,13 +54,16 @@ public:
     Place placeOf(std::size_t offset) const;
 
 private:
-    bool takeLine(std::string_view& line);
-    bool append(std::string_view line, std::string_view share);
+    const std::string& asString();
+    bool takePhysical(std::string_view& physical);
+    bool append(std::string_view physical, std::string_view share);
+    void join(std::string_view physical);
 
     std::string_view rest;
     std::size_t lineCount = 0;
-    std::string joined;
-    std::vector<Piece> joinedPieces;
+    std::string_view line;  // in the text, or in `copy` when it was joined
+    std::string copy;
+    std::vector<Piece> linePieces;
 };
 
 /// Where the comment of a logical line begins, at its '#'; npos when it has none.

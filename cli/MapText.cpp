@@ -86,14 +86,15 @@ private:
 
 void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& parameters,
                 std::string_view margin) {
-    const char* separator = "\n";
     out += '{';
-    for (const auto& [name, value] : parameters) {
-        out.append(separator).append(margin).append("  ");
-        appendJsonString(out, name);
+    for (auto parameter = parameters.begin(); parameter != parameters.end(); ++parameter) {
+        if (parameter != parameters.begin()) out += ',';
+        out += '\n';
+        out += margin;
+        out += "  ";
+        appendJsonString(out, parameter->first);
         out += ": ";
-        appendJsonString(out, value);
-        separator = ",\n";
+        appendJsonString(out, parameter->second);
     }
     if (!parameters.empty()) out.append(1, '\n').append(margin);
     out += '}';
@@ -147,9 +148,14 @@ void printJson(const kiv::StringMapMap& map) {
 void printFlat(const kiv::StringMapMap& map) {
     Printer printer;
     for (const auto& [path, parameters] : map) {
-        for (const auto& [name, value] : parameters)
-            printer.text.append(path).append(1, '\t').append(name).append(1, '\t').append(value) +=
-                '\n';
+        for (const auto& [name, value] : parameters) {
+            printer.text += path;
+            printer.text += '\t';
+            printer.text += name;
+            printer.text += '\t';
+            printer.text += value;
+            printer.text += '\n';
+        }
         printer.printIfLong();
     }
     printer.print();

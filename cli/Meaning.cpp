@@ -24,7 +24,7 @@ public:
     /// Reads this line, or the first behind it that says something. @return false when none does.
     bool read() {
         do {
-            type = MiniKDXParser::determineLineType(lines.text(), first, second);
+            type = lines.classify(first, second);
             if (type == MiniKDXParser::lineVerbatim || type == MiniKDXParser::lineAction)
                 first = withoutOuterBlanks(withoutComment());
             if (type != MiniKDXParser::lineBlank) return true;
@@ -39,7 +39,7 @@ public:
 private:
     std::string_view withoutComment() const {
         if (type == MiniKDXParser::lineVerbatim) return lines.text();
-        return std::string_view(lines.text()).substr(0, findComment(lines.text()));
+        return lines.text().substr(0, findComment(lines.text()));
     }
 
     LogicalLines lines;

@@ -2,12 +2,14 @@
 
 namespace kdx {
 
-std::optional<Source> readChecked(const std::string& file, Demand demand, const Settings& settings,
-                                  Outcome& outcome) {
+std::optional<CheckedSource> readChecked(const std::string& file, Demand demand,
+                                         const Settings& settings, Outcome& outcome) {
     Source source = readSource(file);
-    const Findings findings = check(source, demand, settings, kDefaultMaxErrors);
-    if (findings.errors == 0) return source;
-    appendFindings(outcome.diagnostics, source.name, findings, settings);
+    Report report = check(source, demand, settings, kDefaultMaxErrors);
+    if (report.findings.errors() == 0)
+        return CheckedSource{std::move(source), std::move(report.seams)};
+    report.findings.append(outcome.diagnostics, source.name, settings,
+                           "kdx check --max-errors 0 shows all");
     outcome.raise(Status::trouble);
     return std::nullopt;
 }

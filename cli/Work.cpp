@@ -7,6 +7,7 @@
 #include <new>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include <kiv/Error.h>
 
@@ -43,14 +44,16 @@ Outcome guarded(const Work& work, const std::string& file, std::size_t index,
     }
 }
 
-/// The outcomes of the files, made on several threads and taken in order.
+/// The outcomes of the files, taken in order. Of several jobs, each has a thread; a single one
+/// needs none, and its memory comes cheaper on the program's own.
 class Workshop {
 public:
     Workshop(const std::vector<std::string>& allFiles, const Settings& givenSettings,
              const Work& givenWork)
         : files(allFiles), settings(givenSettings), work(givenWork), outcomes(files.size()) {
-        const std::size_t count = std::min(std::max<std::size_t>(settings.jobs, 1), files.size());
-        for (std::size_t i = 0; i < count; ++i) threads.emplace_back([this] { run(); });
+        const std::size_t count = std::min(settings.jobs, files.size());
+        for (std::size_t i = 0; count > 1 && i < count; ++i)
+            threads.emplace_back([this] { run(); });
     }
 
     ~Workshop() {
@@ -66,13 +69,15 @@ public:
     Workshop(const Workshop&) = delete;
     Workshop& operator=(const Workshop&) = delete;
 
-    /// The outcome of the next file; waits for it until `deadline`.
-    std::optional<Outcome> take(std::chrono::steady_clock::time_point deadline) {
+    /// The outcome of the next file.
+    Outcome take() {
+        if (threads.empty()) {
+            const std::size_t index = taken++;
+            return guarded(work, files[index], index, settings);
+        }
         std::unique_lock lock(mutex);
-        if (!changed.wait_until(lock, deadline, [this] { return outcomes[taken].has_value(); }))
-            return std::nullopt;
-        std::optional<Outcome> outcome = std::move(outcomes[taken]);
-        outcomes[taken++].reset();
+        changed.wait(lock, [this] { return outcomes[taken].has_value(); });
+        Outcome outcome = *std::exchange(outcomes[taken++], std::nullopt);
         changed.notify_all();
         return outcome;
     }
@@ -103,17 +108,46 @@ private:
     std::vector<std::thread> threads;
 };
 
-/// A line on the terminal that says how far the work is.
+/// A line on the terminal, if there is one, that says how far the work is.
 class Progress {
 public:
-    explicit Progress(const std::vector<std::string>& allFiles)
-        : files(allFiles), enabled(errorIsTerminal()) {}
+    explicit Progress(const std::vector<std::string>& allFiles) : files(allFiles) {
+        if (errorIsTerminal()) thread = std::thread([this] { run(); });
+    }
 
-    void show(std::size_t done) {
-        if (!enabled) return;
-        writeError("\r\033[Kkdx: " + std::to_string(done) + " of " + counted(files.size(), "file") +
-                   ", at " + shown(displayName(files[done])));
-        visible = true;
+    ~Progress() {
+        {
+            const std::lock_guard lock(mutex);
+            done = files.size();
+        }
+        changed.notify_all();
+        if (thread.joinable()) thread.join();
+    }
+
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    /// Writes the next file's outcome in the place of the line.
+    void finishFile(const Outcome& outcome) {
+        const std::lock_guard lock(mutex);
+        clear();
+        ++done;
+        writeError(outcome.diagnostics);
+        writeOutput(outcome.results);
+    }
+
+private:
+    void run() {
+        std::unique_lock lock(mutex);
+        auto pause = std::chrono::milliseconds(kQuietTime);
+        const auto isDone = [this] { return done >= files.size(); };
+        while (!changed.wait_for(lock, pause, isDone)) {
+            writeError("\r\033[Kkdx: " + std::to_string(done) + " of " +
+                       counted(files.size(), "file") + ", at " + shown(displayName(files[done])));
+            visible = true;
+            pause = kProgressTime;
+        }
+        clear();
     }
 
     void clear() {
@@ -121,16 +155,13 @@ public:
         visible = false;
     }
 
-private:
     const std::vector<std::string>& files;
-    bool enabled;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::size_t done = 0;
     bool visible = false;
+    std::thread thread;
 };
-
-void writeOutcome(const Outcome& outcome) {
-    writeError(outcome.diagnostics);
-    writeOutput(outcome.results);
-}
 
 }  // namespace
 
@@ -140,19 +171,11 @@ Status workOnFiles(const FileList& list, const Settings& settings, const Work& w
     Status status = list.status;
     Workshop workshop(list.files, settings, work);
     Progress progress(list.files);
-    auto deadline = std::chrono::steady_clock::now() + kQuietTime;
-    for (std::size_t done = 0; done < list.files.size();) {
-        const std::optional<Outcome> outcome = workshop.take(deadline);
-        if (!outcome) {
-            progress.show(done);
-            deadline = std::chrono::steady_clock::now() + kProgressTime;
-            continue;
-        }
-        progress.clear();
-        writeOutcome(*outcome);
-        if (then) then(done);
-        status = worse(status, outcome->status);
-        ++done;
+    for (std::size_t index = 0; index < list.files.size(); ++index) {
+        const Outcome outcome = workshop.take();
+        progress.finishFile(outcome);
+        if (then) then(index);
+        status = worse(status, outcome.status);
     }
     return status;
 }

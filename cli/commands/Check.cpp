@@ -18,10 +18,10 @@ struct Options {
 
 Outcome checkFile(const std::string& file, const Options& options, const Settings& settings) {
     const Source source = readSource(file);
-    const Findings findings = check(source, Demand::style, settings, options.maxErrors);
+    Findings findings = check(source, Demand::style, settings, options.maxErrors).findings;
     Outcome outcome;
-    appendFindings(outcome.diagnostics, source.name, findings, settings);
-    if (findings.errors > 0 || (options.strict && findings.warnings > 0))
+    findings.append(outcome.diagnostics, source.name, settings, "--max-errors 0 shows all");
+    if (findings.errors() > 0 || (options.strict && findings.warnings() > 0))
         outcome.status = Status::findings;
     return outcome;
 }

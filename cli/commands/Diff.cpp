@@ -92,7 +92,8 @@ Status run(const std::vector<std::string>& files, const Settings& settings) {
     std::array<kiv::StringMapMap, 2> maps;
     const auto read = [&](const std::string& file, std::size_t index) {
         Outcome outcome;
-        std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
+        std::optional<CheckedSource> source =
+            readChecked(file, Demand::structure, settings, outcome);
         if (source) kiv::KDXToStringMapMap::convert(std::move(*source).takeText(), maps.at(index));
         return outcome;
     };

@@ -22,7 +22,7 @@ Outcome formatFile(const std::string& file, const Options& options, const Settin
     if (options.inPlace && file == kStandardInput)
         throw Trouble("cannot be formatted in place: leave out -i, or name a file");
     Outcome outcome;
-    const std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
+    const std::optional<CheckedSource> source = readChecked(file, Demand::lines, settings, outcome);
     std::string text;
     if (!source || !formatSource(*source, settings, text, outcome)) return outcome;
 

@@ -21,6 +21,7 @@ struct Options {
 
 /// Moves everything that `map` does not have yet out of `more`.
 void merge(kiv::StringMapMap& map, kiv::StringMapMap&& more) {
+    if (map.empty()) map.swap(more);
     map.merge(more);
     for (auto& [path, parameters] : more) map.find(path)->second.merge(parameters);
 }
@@ -32,10 +33,12 @@ Status run(const Options& options, const Settings& settings) {
 
     const FileList list = listFiles(options.files, settings);
     std::vector<kiv::StringMapMap> maps(list.files.size());
-    kiv::StringMapMap map;
+    // Never freed: the process ends behind it, and it takes as long to free as to print.
+    static auto& map = *new kiv::StringMapMap;
     const auto work = [&](const std::string& file, std::size_t index) {
         Outcome outcome;
-        std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
+        std::optional<CheckedSource> source =
+            readChecked(file, Demand::structure, settings, outcome);
         if (!source) return outcome;
         const std::string text = std::move(*source).takeText();
         kiv::KDXToStringMapMap::convert(text, maps[index], types, exclude);

@@ -28,12 +28,11 @@ void appendBeginning(std::string& out, const LogicalLines& line, std::string_vie
     out += '\n';
 }
 
-void appendStripped(std::string& out, const LogicalLines& line) {
+void appendStripped(std::string& out, LogicalLines& line) {
     const std::string_view text = line.text();
     const std::size_t comment = findComment(text);
     const bool hasComment =
-        comment != std::string_view::npos &&
-        kiv::MiniKDXParser::determineLineType(line.text()) != kiv::MiniKDXParser::lineVerbatim;
+        comment != std::string_view::npos && line.classify() != kiv::MiniKDXParser::lineVerbatim;
     if (!hasComment) return appendUnchanged(out, line);
     const std::string_view kept = withoutTrailingBlanks(text.substr(0, comment));
     if (kept.empty()) return;
@@ -43,7 +42,7 @@ void appendStripped(std::string& out, const LogicalLines& line) {
 
 Outcome stripFile(const std::string& file, const Settings& settings) {
     Outcome outcome;
-    const std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
+    const std::optional<CheckedSource> source = readChecked(file, Demand::lines, settings, outcome);
     if (!source) return outcome;
     outcome.results.reserve(source->buffer.size());
     for (LogicalLines lines(source->text()); lines.next();) appendStripped(outcome.results, lines);

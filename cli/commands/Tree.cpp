@@ -38,8 +38,7 @@ std::vector<Node> readTree(std::string_view text) {
     constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
     lastAtDepth.push_back(kNone);
     for (LogicalLines lines(text); lines.next();) {
-        const MiniKDXParser::lineType type =
-            MiniKDXParser::determineLineType(lines.text(), first, second);
+        const MiniKDXParser::lineType type = lines.classify(first, second);
         if (type == MiniKDXParser::lineParameter) ++nodes[open.back()].parameters;
         if (type == MiniKDXParser::lineEnd) {
             open.pop_back();
@@ -81,7 +80,8 @@ std::string draw(const std::vector<Node>& nodes, std::size_t depth) {
 
 Outcome drawFile(const std::string& file, const Options& options, const Settings& settings) {
     Outcome outcome;
-    const std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
+    const std::optional<CheckedSource> source =
+        readChecked(file, Demand::structure, settings, outcome);
     if (source) outcome.results = draw(readTree(source->text()), options.depth);
     return outcome;
 }

@@ -40,7 +40,7 @@ std::string eventsOfTool(const std::string& text) {
     std::string first;
     std::string second;
     for (kdx::LogicalLines lines(text); lines.next();) {
-        const auto type = MiniKDXParser::determineLineType(lines.text(), first, second);
+        const auto type = lines.classify(first, second);
         if (type == MiniKDXParser::lineUnrecognised) return events + "unknown";
         if (*kinds[type] == '\0') continue;
         if (type == MiniKDXParser::lineAction) first = lines.text();

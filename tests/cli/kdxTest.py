@@ -86,6 +86,13 @@ class Check(KdxTest):
             ("A:\n x=1\nEND\nA: A\n x=2\nEND\n", 0, "4:1: warning: object 'A: A' again: its "
              "parameters merge into those of line 1", "5:2: warning: parameter 'x'"),
             ("A:\n B:\n END\nEND\nB:\nEND\n", 0),
+            ("A:\n B: b\n  x=1\n END\nEND\nC:\nEND\nA:\n B: b\n  x=2\n END\nEND\n", 0,
+             "8:1: warning: object 'A' again: its parameters merge into those of line 1",
+             "9:2: warning: object 'B: b' again", "10:3: warning: parameter 'x' again: its first "
+             "value, of line 3"),
+            ("A:\n" + "".join(f"x{i} = 1\n" for i in range(50)) + "x9 = 1\nx49 = 1\nEND\nB:\n"
+             "x49 = 1\nEND\n", 0, "52:1: warning: parameter 'x9' again: its first value, of line "
+             "11", "53:1: warning: parameter 'x49' again: its first value, of line 51"),
             ("A:\n x = 1 # c \\\n 2\nEND\n", 0, "2:8: warning: the comment swallows"),
             ("A:\n x = 1 \\\n 2 # c\nEND\n", 0),
             ("A:\n x = 1 # c \\\n\nEND\n", 0),
@@ -107,7 +114,8 @@ class Check(KdxTest):
         line = "<stdin>:2:4: error: unknown syntax: the byte 0xC3 cannot stand here; a name " \
             "consists of letters, digits, blanks, '&', '.' and '_'\n pré = 1 -\n   ^\n"
         self.expect("check --max-errors 1", text, 1, "",
-                    line + "<stdin>: note: 1 more problem not shown (--max-errors)\n")
+                    line + "<stdin>: note: 1 more problem not shown (--max-errors 0 shows "
+                    "all)\n")
         self.expect("check --json --strict", "A:\n", 1, "",
                     '{"file":"<stdin>","line":1,"column":1,"severity":"warning",'
                     '"rule":"never-closed","message":"object is never closed: its END is '

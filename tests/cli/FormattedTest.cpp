@@ -1,0 +1,52 @@
+#include <Formatted.h>
+#include <gtest/gtest.h>
+#include <kiv/KDXFormatting.h>
+#include <kiv/StringUtilities.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+// The tool lays out a long text in parts. Nothing of that may show.
+
+namespace {
+
+std::string randomObject(std::mt19937& random, int depth) {
+    const std::vector<std::string> lines = {
+        "x = 1\n", "  x = 1, \\\n 2\n", "# c\n", "# c \\ \n\n", "> go\n",
+        "! v\n",   "   # c\n",          "\n"};
+    std::string text = "A: a\n";
+    for (auto count = random() % 400; count > 0; --count) text += lines[random() % lines.size()];
+    for (auto count = random() % 3; depth > 0 && count > 0; --count)
+        text += randomObject(random, depth - 1);
+    const std::vector<std::string> ends = {"END\n", "  END # c\n", "END # a\\b\n", "\tEND\n"};
+    return text + ends[random() % ends.size()];
+}
+
+TEST(Formatted, IsWhatTheLibraryMakesOfTheWholeText) {
+    std::mt19937 random(8);
+    std::string text;
+    while (text.size() < 1000000) text += randomObject(random, 3);
+    kdx::CheckedSource source{{"text", text, false}, {}};
+    source.seams = kdx::check(source, kdx::Demand::lines, kdx::Settings(), 1).seams;
+    ASSERT_GT(source.seams.size(), 5U);
+
+    std::string whole;
+    for (const std::string& line :
+         kiv::KDXFormatting::indentKDX(kiv::StringUtilities::stringToVector(text, '\n')))
+        whole += line + '\n';
+    std::string formatted;
+    kdx::Outcome outcome;
+    ASSERT_TRUE(kdx::formatSource(source, kdx::Settings(), formatted, outcome))
+        << outcome.diagnostics;
+    EXPECT_EQ(formatted, whole);
+
+    source.buffer += "A:\n  \\\nx = 1\nEND\n";
+    EXPECT_FALSE(kdx::formatSource(source, kdx::Settings(), formatted, outcome));
+    const auto line = std::count(source.buffer.begin(), source.buffer.end(), '\n') - 2;
+    EXPECT_EQ(outcome.diagnostics.rfind("text:" + std::to_string(line) + ":3: error: ", 0), 0U)
+        << outcome.diagnostics;
+}
+
+}  // namespace
