@@ -38,14 +38,6 @@ struct OpenObject {
     Place place;
 };
 
-std::string describe(char c) {
-    if (c == '\t') return "a tab";
-    if (c >= ' ' && c <= '~') return {'\'', c, '\''};
-    constexpr const char* kDigits = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(c);
-    return std::string("the byte 0x") + kDigits[byte / 16] + kDigits[byte % 16];
-}
-
 std::string describeObject(const std::string& type, const std::string& name) {
     return "object '" + shown(name.empty() ? type : type + ": " + name) + "'";
 }
@@ -106,7 +98,7 @@ private:
         const std::string_view meaning = lines.text().substr(0, commentBegin());
         if (offset < withoutTrailingBlanks(meaning).size())
             return fail("unknown-syntax", offset,
-                        "unknown syntax: " + describe(meaning[offset]) +
+                        "unknown syntax: " + describedByte(meaning[offset]) +
                             " cannot stand here; a name consists of " + kNameCharacters);
         if (first == "end" || first == "End")
             return fail("unknown-syntax", lineBegin(),

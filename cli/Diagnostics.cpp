@@ -106,6 +106,14 @@ std::string shown(std::string_view text) {
     return printable(text.substr(0, characterBegin(text, kShownLength - 3))) + "...";
 }
 
+std::string describedByte(char c) {
+    if (c == '\t') return "a tab";
+    if (c >= ' ' && c <= '~') return {'\'', c, '\''};
+    constexpr const char* kDigits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    return std::string("the byte 0x") + kDigits[byte / 16] + kDigits[byte % 16];
+}
+
 std::string counted(std::size_t count, std::string_view noun) {
     return std::to_string(count).append(1, ' ').append(noun).append(count == 1 ? "" : "s");
 }

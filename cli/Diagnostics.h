@@ -36,6 +36,9 @@ void appendTrouble(std::string& out, std::string_view file, std::string_view tex
 /// cut.
 std::string shown(std::string_view text);
 
+/// "'c'", "a tab", "the byte 0xC3".
+std::string describedByte(char c);
+
 /// "1 file", "2 files".
 std::string counted(std::size_t count, std::string_view noun);
 

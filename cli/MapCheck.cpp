@@ -62,20 +62,22 @@ std::string reasonAgainst(const std::string& pathText) {
     return pathText.empty() ? "the empty path names no object" : std::string();
 }
 
+std::string named(const std::string& text) {
+    return text.empty() ? "\"\"" : shown(text);
+}
+
+void add(Findings& findings, const std::string& where, const std::string& reason) {
+    if (!reason.empty()) findings.add({Severity::error, "not-carried", {}, where + ": " + reason});
+}
+
 }  // namespace
 
-std::vector<std::string> findUncarriable(const kiv::StringMapMap& map, std::size_t limit) {
-    std::vector<std::string> messages;
+void checkMap(const kiv::StringMapMap& map, Findings& findings) {
     for (const auto& [path, parameters] : map) {
-        const std::string reason = reasonAgainst(path);
-        if (!reason.empty()) messages.push_back(shown(path) + ": " + reason);
-        for (const auto& [name, value] : parameters) {
-            if (messages.size() >= limit) return messages;
-            const std::string why = reasonAgainst(name, value);
-            if (!why.empty()) messages.push_back(shown(path) + ", " + shown(name) + ": " + why);
-        }
+        add(findings, named(path), reasonAgainst(path));
+        for (const auto& [name, value] : parameters)
+            add(findings, named(path) + ", " + named(name), reasonAgainst(name, value));
     }
-    return messages;
 }
 
 }  // namespace kdx

@@ -2,13 +2,12 @@
 
 #include <kiv/StringMapMap.h>
 
-#include <string>
-#include <vector>
+#include "Findings.h"
 
 namespace kdx {
 
-/// What of a map KDX text could not carry, so that reading the text would give another map: a
-/// message for each object and parameter, which begins with its path. At most `limit` of them.
-std::vector<std::string> findUncarriable(const kiv::StringMapMap& map, std::size_t limit);
+/// Adds to `findings` what of a map KDX text could not carry, so that reading the text would give
+/// another map: an error for each object and parameter, whose text begins with its path.
+void checkMap(const kiv::StringMapMap& map, Findings& findings);
 
 }  // namespace kdx

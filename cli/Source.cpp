@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kFirstChunk = std::size_t{64} * 1024;
+constexpr std::size_t kLargestOfDevice = std::size_t{16} * 1024 * 1024;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { (void)std::fclose(file); }
@@ -26,14 +27,23 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
     throw Trouble("cannot be read: " + std::generic_category().message(error));
 }
 
+/// Whether a path leads to a device such as a terminal, or /dev/zero, which never ends.
+bool isDevice(const std::string& path) {
+    std::error_code unknown;
+    return fs::is_character_file(path, unknown);
+}
+
 /// Reads to the end. `size` is a guess that saves memory where it is right.
-std::string readAll(std::FILE* file, std::size_t size) {
+std::string readAll(std::FILE* file, std::size_t size, bool fromDevice) {
     std::string buffer;
     std::size_t used = 0;
     do {
         if (used == buffer.size()) buffer.resize(used == 0 ? size : 2 * used);
         errno = 0;
         used += std::fread(buffer.data() + used, 1, buffer.size() - used, file);
+        if (fromDevice && used > kLargestOfDevice)
+            throw Trouble(
+                "is a device that seems never to end: copy what is wanted of it to a file");
     } while (used == buffer.size());
     if (std::ferror(file) != 0) failRead(errno);
     buffer.resize(used);
@@ -41,14 +51,14 @@ std::string readAll(std::FILE* file, std::size_t size) {
 }
 
 std::string readFile(const std::string& path) {
-    if (fs::is_directory(path)) throw Trouble("is a directory, not a file");
+    std::error_code error;
+    if (fs::is_directory(path, error)) throw Trouble("is a directory, not a file");
     errno = 0;
     const File file(std::fopen(path.c_str(), "rb"));
     if (!file) failRead(errno);
-    std::error_code unknownSize;
-    const std::uintmax_t size = fs::file_size(path, unknownSize);
-    if (unknownSize || size == 0) return readAll(file.get(), kFirstChunk);
-    return readAll(file.get(), static_cast<std::size_t>(size) + 1);
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (error || size == 0) return readAll(file.get(), kFirstChunk, isDevice(path));
+    return readAll(file.get(), static_cast<std::size_t>(size) + 1, false);
 }
 
 /// Finds the files of one folder, and the folders in it; links to folders are not followed.
@@ -108,7 +118,8 @@ std::string displayName(const std::string& argument) {
 Source readSource(const std::string& argument) {
     Source source;
     source.name = displayName(argument);
-    source.buffer = argument == kStandardInput ? readAll(stdin, kFirstChunk) : readFile(argument);
+    source.buffer = argument == kStandardInput ? readAll(stdin, kFirstChunk, isDevice("/dev/stdin"))
+                                               : readFile(argument);
     source.hasByteOrderMark = source.buffer.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0;
     return source;
 }

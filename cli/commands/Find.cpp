@@ -61,7 +61,12 @@ Outcome findIn(const std::string& file, const Options& options, const Settings& 
     parser.getCommands() =
         kiv::StringUtilities::stringToVector(std::move(*source).takeText(), '\n');
     outcome.results = search(parser, options, settings.json);
-    if (outcome.results.empty()) outcome.status = Status::findings;
+    if (!outcome.results.empty()) return outcome;
+    appendTrouble(outcome.diagnostics, displayName(file),
+                  options.byName ? "has no object with the name " + shown(options.name)
+                                 : "has no object of type " + shown(options.type),
+                  settings);
+    outcome.status = Status::findings;
     return outcome;
 }
 

@@ -3,11 +3,13 @@
 #include <kiv/KDXToStringMapMap.h>
 
 #include <memory>
-#include <set>
+#include <optional>
+#include <utility>
 
 #include "Commands.h"
 #include "MapText.h"
 #include "ReadChecked.h"
+#include "Utf8Check.h"
 
 namespace kdx {
 namespace {
@@ -26,26 +28,45 @@ void merge(kiv::StringMapMap& map, kiv::StringMapMap&& more) {
     for (auto& [path, parameters] : more) map.find(path)->second.merge(parameters);
 }
 
-Status run(const Options& options, const Settings& settings) {
+/// The map of one file; nothing when it cannot be had whole: the outcome then says why.
+std::optional<kiv::StringMapMap> readMap(const std::string& file, const Options& options,
+                                         const Settings& settings, Outcome& outcome) {
+    std::optional<CheckedSource> source = readChecked(file, Demand::structure, settings, outcome);
+    if (!source) return std::nullopt;
     const bool exclude = !options.without.empty();
-    const std::vector<std::string>& named = exclude ? options.without : options.only;
-    const std::set<std::string> types(named.begin(), named.end());
+    const std::vector<std::string>& types = exclude ? options.without : options.only;
+    const std::string name = source->name;
+    const std::string text = std::move(*source).takeText();
+    kiv::StringMapMap map;
+    kiv::KDXToStringMapMap::convert(text, map, {types.begin(), types.end()}, exclude);
+    if (options.flat) return map;
 
+    Findings findings(kDefaultMaxErrors);
+    checkUtf8(text, map, findings);
+    if (findings.errors() == 0) return map;
+    findings.append(outcome.diagnostics, name, settings, "");
+    outcome.raise(Status::trouble);
+    return std::nullopt;
+}
+
+Status run(const Options& options, const Settings& settings) {
     const FileList list = listFiles(options.files, settings);
-    std::vector<kiv::StringMapMap> maps(list.files.size());
+    std::vector<std::optional<kiv::StringMapMap>> maps(list.files.size());
     // Never freed: the process ends behind it, and it takes as long to free as to print.
     static auto& map = *new kiv::StringMapMap;
+    bool noneRead = true;
     const auto work = [&](const std::string& file, std::size_t index) {
         Outcome outcome;
-        std::optional<CheckedSource> source =
-            readChecked(file, Demand::structure, settings, outcome);
-        if (!source) return outcome;
-        const std::string text = std::move(*source).takeText();
-        kiv::KDXToStringMapMap::convert(text, maps[index], types, exclude);
+        maps[index] = readMap(file, options, settings, outcome);
         return outcome;
     };
-    const auto then = [&](std::size_t index) { merge(map, std::move(maps[index])); };
+    const auto then = [&](std::size_t index) {
+        if (!maps[index]) return;
+        merge(map, *std::exchange(maps[index], std::nullopt));
+        noneRead = false;
+    };
     const Status status = workOnFiles(list, settings, work, then);
+    if (noneRead) return status;
     options.flat ? printFlat(map) : printJson(map);
     return status;
 }
@@ -68,7 +89,8 @@ void addMap(CLI::App& app, Session& session) {
     command->add_flag("--flat", options->flat,
                       "Print a line PATH<tab>NAME<tab>VALUE for each parameter instead");
     command->footer(
-        "Several files make one map; what stands in several files keeps its first value.\n\n"
+        "Several files make one map; what stands in several files keeps its first value. A file\n"
+        "with a problem is left out, and the exit status is 2.\n\n"
         "Example:\n  kdx map --only Sample set-up.kdx | jq '.\"/Sample:s1\"'");
     command->callback([options, &session] { session.status = run(*options, session.settings); });
 }

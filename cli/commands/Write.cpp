@@ -4,7 +4,6 @@
 
 #include <memory>
 
-#include "Checker.h"
 #include "Commands.h"
 #include "Diagnostics.h"
 #include "MapCheck.h"
@@ -49,11 +48,13 @@ Outcome writeFile(const std::string& file, const Options& options, const Setting
                       " levels, the limit that --max-depth sets");
 
     Outcome outcome;
-    for (const std::string& message : findUncarriable(map, kDefaultMaxErrors)) {
-        appendTrouble(outcome.diagnostics, source.name, message, settings);
-        outcome.raise(Status::trouble);
+    Findings findings(kDefaultMaxErrors);
+    checkMap(map, findings);
+    if (findings.errors() > 0) {
+        findings.append(outcome.diagnostics, source.name, settings, "");
+        outcome.status = Status::trouble;
+        return outcome;
     }
-    if (outcome.status != Status::fine) return outcome;
 
     const std::string& path = options.replacePath;
     if (!path.empty() && !hasObject(map, path))

@@ -121,6 +121,9 @@ class Check(KdxTest):
                     '"rule":"never-closed","message":"object is never closed: its END is '
                     'missing"}\n')
         _, _, errors = self.run_kdx("check --color always", "A:\n" + 999 * "a" + "-\nEND\n")
+        _, _, many = self.run_kdx("fmt", 101 * "-\n")
+        self.assertTrue(many.endswith("1 more problem not shown (kdx check --max-errors 0 shows "
+                                      "all)\n"), many)
         self.assertIn("\033[1;31merror:\033[0m unknown", errors)
         self.assertLess(len(errors), 500)
 
@@ -145,6 +148,9 @@ class Check(KdxTest):
              "such file or directory\nbad" + place),
             ("dir good", 1, "dir/b/x.kdx" + place),
             ("empty", 2, "empty: error: is a directory without *.kdx files\n"),
+            ("/dev/null", 0, ""),
+            ("/dev/full", 2, "/dev/full: error: is a device that seems never to end: copy what is "
+             "wanted of it to a file\n"),
             ("- -", 2, "kdx: the standard input (-) can be read only once\n"),
         ]:
             self.expect("check " + arguments, "", status, "", errors)
@@ -169,13 +175,39 @@ class Map(KdxTest):
         self.write(a="A:\nx=1\nEND\n", b="A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n", bad="END\n")
         self.expect("map --flat a b", "", 0, "/A\tx\t1\n/A\ty\t2\n/B\tz\t3\n")
         self.expect("map --flat b a", "", 0, "/A\tx\t2\n/A\ty\t2\n/B\tz\t3\n")
-        self.expect("map --flat bad a", "", 2, "/A\tx\t1\n",
-                    "bad:1:1: error: END closes nothing: no object is open\nEND\n^\n")
+        bad = "bad:1:1: error: END closes nothing: no object is open\nEND\n^\n"
+        self.expect("map --flat bad a", "", 2, "/A\tx\t1\n", bad)
+        self.expect("map bad", "", 2, "", bad)
 
-    def test_refusals(self):
-        self.expect("map", b"A:\nx = \xb0C\nEND\n", 2, "",
-                    'kdx: /A: text that is no UTF-8 cannot be put into JSON: "\ufffdC"; convert '
-                    'the file first, as with iconv -f LATIN1 -t UTF-8\n')
+    def test_what_is_no_utf8(self):
+        """Is named with its place, unless it stands in nothing that is printed."""
+        cure = " is no UTF-8, as JSON must be; convert the file first, as with iconv -f LATIN1 " \
+            "-t UTF-8"
+        for text, *problems in [
+            (b"A:\nB: b\nx = 1 \\\n  \xb0C\nEND\nEND\n",
+             "4:3: error: /A/B:b, x: the byte 0xB0" + cure),
+            (b"A: \xe9\nx=1\nEND\nB:\ny=\xff # \xff\nEND\n",
+             "1:4: error: /A:\ufffd: the byte 0xE9" + cure,
+             "5:3: error: /B, y: the byte 0xFF" + cure),
+            (b"A: # \xe9\n! \xe9\nx=1\nx=\xe9\nEND\n",),
+            ("A:\nx=é߿ࠀ퟿\U00010000\U0010FFFF\nEND\n".encode(),),
+            *((b"A:\nx=" + value + b"\nEND\n", f"2:3: error: /A, x: the byte 0x{value[0]:X}" + cure)
+              for value in [b"\x80", b"\xc1\xbf", b"\xc3", b"\xe0\x9f\xbf", b"\xed\xa0\x80",
+                            b"\xf0\x8f\xbf\xbf", b"\xf4\x90\x80\x80", b"\xe2\x82x", b"\xf5\x80"]),
+        ]:
+            with self.subTest(text=text):
+                got, output, errors = self.run_kdx("map", text)
+                shown = [line for line in errors.splitlines() if line.startswith("<stdin>:")]
+                self.assertEqual((got, output == "", shown), (
+                    2 if problems else 0, bool(problems), ["<stdin>:" + line for line in problems]))
+                self.assertEqual(self.run_kdx("map --flat", text)[0], 0)
+        self.write(a=SAMPLE, latin=b"B:\nx = \xb0\nEND\n")
+        self.assertEqual(self.run_kdx("map latin a")[:2], (2, SAMPLE_MAP))
+        self.assertEqual(self.run_kdx("map --only Sample latin a"), (0, SAMPLE_MAP, ""))
+        for arguments in ["get latin /B", "diff a latin", "find latin --type B"]:
+            got, output, errors = self.run_kdx(arguments + " --json")
+            self.assertEqual((got, output), (2, ""))
+            self.assertIn("no UTF-8 cannot be put into JSON", errors)
 
 
 class Write(KdxTest):
@@ -206,7 +238,8 @@ class Write(KdxTest):
             ('{"/A:c\\\\": {}}', "/A:c\\: the name 'c\\' ends in a backslash"),
             ('{"A": {}}', 'A: this path would read back as "/A"'),
             ('{"/A:A": {}}', '/A:A: this path would read back as "/A"'),
-            ('{"": {}}', ': the empty path names no object'),
+            ('{"": {}}', '"": the empty path names no object'),
+            ('{"/A": {"": "#"}}', '/A, "": the value holds a \'#\', which begins a comment'),
             ('{"/A": {"x": ["a"]}}', 'is no map at "/A", "x": an array is no part of a map'),
             ('{"/A": {}, "/A": {}}', 'is no map at "/A": the object stands here twice'),
             ('[]', 'is no map: an array is no part of a map'),
@@ -215,6 +248,10 @@ class Write(KdxTest):
              "object key - unexpected end of input; expected string literal"),
         ]:
             self.expect("write", text, 2, "", "<stdin>: error: " + reason + "\n")
+        many = "{" + ", ".join(f'"/A:{i}\\\\": {{"x": "#"}}' for i in range(60)) + "}"
+        got, output, errors = self.run_kdx("write", many)
+        self.assertEqual((got, output, errors.count(" error: ")), (2, "", 100))
+        self.assertTrue(errors.endswith("<stdin>: note: 20 more problems not shown\n"), errors)
         for text in [SAMPLE_MAP, '{"/BC/D": {"x": "a &replace mark"}, "/B C": {}}']:
             self.expect("write --replace /B", text, 2, "",
                         "<stdin>: error: has no object /B to replace\n")
@@ -417,7 +454,8 @@ END
              "# s1\nChannel:B\nEND\n# s2\nChannel:A\nEND\n", ""),
             ("find f --type Filter --json", 0,
              '{"key":"Filter:F","lines":["Filter:F","  Cut = 5","END"]}\n', ""),
-            ("find f --name Channel", 1, "", ""),
+            ("find f --name Channel", 1, "", "f: error: has no object with the name Channel\n"),
+            ("find f --type A", 1, "", "f: error: has no object of type A\n"),
             ("split acts", 0, "# actions\n>a\n> bc\n# state\nA:\nx = 1\nEND\n# actions\n>d\n", ""),
             ("split --actions acts", 0, ">a\n> bc\n>d\n", ""),
             ("split --state --json acts", 0, '{"kind":"state","text":"A:\\nx = 1\\nEND"}\n', ""),
