@@ -1,6 +1,7 @@
 #!/bin/sh
-# Takes real text through the library: this machine's package database, written as KDX, is checked,
-# read into a map, changed, written back and read again. Installs what is missing and builds first.
+# Takes real text through the library with kdx: this machine's package database, written as KDX, is
+# checked, looked at, read into a map, changed, written back and read again; then the examples are
+# formatted, searched and divided. Installs what is missing and builds first.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -14,62 +15,61 @@ quietly() {
     exit 1
 }
 
-count() {
-    grep -cE "$1" "$2" || true
+# Shows a command as it is typed in the folder of the demo, and what it prints. Status 1 says that
+# something differs.
+show() {
+    printf '$ %s\n' "$1"
+    (cd "$work" && sh -ec "$1" 2>&1) || [ $? -eq 1 ]
 }
 
 # The objects and parameters of a map in JSON.
 figures() {
     python3 -c '
 import json, sys
-objects = json.load(open(sys.argv[1]))
+objects = json.load(open(sys.argv[1], encoding="utf-8"))
 print(len(objects), "objects,", sum(map(len, objects.values())), "parameters")' "$1"
 }
 
+# Changes a value in such a map, laid out as kdx map does it.
 setValue() {
     python3 -c '
 import json, sys
 file, path, name, value = sys.argv[1:]
-objects = json.load(open(file))
+objects = json.load(open(file, encoding="utf-8"))
 print(f"{name} of {path}: {objects[path][name]!r} becomes {value!r}")
 objects[path][name] = value
-json.dump(objects, open(file, "w"))' "$@"
+with open(file, "w", encoding="utf-8") as changed:
+    changed.write(json.dumps(objects, indent=2, ensure_ascii=False) + "\n")' "$@"
 }
 
 scripts/install-deps.sh
-echo "1. Build the library and kdx, which may take a minute"
+echo "Building the library and kdx, which may take a minute"
 quietly cmake --preset release
 quietly cmake --build --preset release --parallel "$(nproc)"
-kdx=build/release/cli/kdx
+PATH=$PWD/build/release/cli:$PATH
 
-echo "2. Write the package database of this machine as KDX"
 scripts/packages-to-kdx >"$work/packages.kdx"
-echo "   $(wc -l <"$work/packages.kdx") lines, $(wc -c <"$work/packages.kdx") bytes; it begins"
-head -n 3 "$work/packages.kdx" | sed 's/^/     /'
+cp examples/*.kdx "$work"
+sed 's/^ *//' examples/deployment.kdx >"$work/flat.kdx"
+echo "The package database of this machine as KDX: $(wc -l <"$work/packages.kdx") lines," \
+    "$(wc -c <"$work/packages.kdx") bytes"
 
-echo "3. kdx check: look for errors"
-"$kdx" check "$work/packages.kdx"
-echo "   none"
+show 'kdx check packages.kdx && echo no errors'
+show 'kdx tree packages.kdx | sed -n "/^Package: dpkg /,/^└/p"'
+show 'kdx map packages.kdx >map.json'
+figures "$work/map.json"
+setValue "$work/map.json" /Package:dpkg Status 'hold ok installed'
+show 'kdx write map.json >changed.kdx'
+show 'kdx get changed.kdx /Package:dpkg Status'
+show 'kdx diff packages.kdx changed.kdx'
+show 'kdx map changed.kdx >again.json'
+figures "$work/again.json"
+cmp "$work/map.json" "$work/again.json"
+echo "the same map, the change included"
 
-echo "4. kdx map: read it into a map"
-"$kdx" map "$work/packages.kdx" >"$work/map.json"
-echo "   $(figures "$work/map.json")"
-
-echo "5. Change a parameter in the map"
-cp "$work/map.json" "$work/changed.json"
-echo "   $(setValue "$work/changed.json" /Package:dpkg Status 'hold ok installed')"
-
-echo "6. kdx write: write the map as KDX"
-"$kdx" write "$work/changed.json" >"$work/changed.kdx"
-echo "   $(wc -l <"$work/changed.kdx") lines, $(wc -c <"$work/changed.kdx") bytes; of the first map"
-"$kdx" write "$work/map.json" | diff - "$work/changed.kdx" | sed -n 's/^[<>]/   &/p'
-
-echo "7. Read it again and compare"
-"$kdx" map "$work/changed.kdx" >"$work/again.json"
-echo "   $(figures "$work/again.json")"
-python3 -c '
-import json, sys
-written, read = (json.load(open(file)) for file in sys.argv[1:])
-sys.exit(0 if written == read else "   The map came back changed.")' \
-    "$work/changed.json" "$work/again.json"
-echo "   the same map, the change included"
+show 'kdx fmt --check flat.kdx'
+show 'kdx fmt --diff flat.kdx | grep Region'
+show 'kdx fmt -i flat.kdx && kdx fmt --check flat.kdx && kdx diff deployment.kdx flat.kdx'
+show 'kdx find deployment.kdx --type Health'
+show 'kdx split --actions night_run.kdx'
+show 'kdx strip night_run.kdx | kdx get - /Sample:blank'
