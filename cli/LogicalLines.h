@@ -29,6 +29,7 @@ struct Piece {
 class LogicalLines {
 public:
     explicit LogicalLines(std::string_view text) : rest(text) {}
+    ~LogicalLines() = default;
     LogicalLines(const LogicalLines&) = delete;
     LogicalLines& operator=(const LogicalLines&) = delete;
 
