@@ -57,6 +57,7 @@ int runCommands(int argc, char** argv) {
     session.settings.jobs = std::max(1U, std::thread::hardware_concurrency());
     app.require_subcommand(1);
     app.fallthrough();
+    app.allow_windows_style_options(false);  // which begin with a slash, as paths of objects do
     app.footer(kFooter);
     app.failure_message(failureMessage);
     app.get_formatter()->column_width(32);

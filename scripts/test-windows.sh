@@ -1,5 +1,5 @@
 #!/bin/sh
-# Builds the library as a 64-bit Windows DLL, and the tests against it, and runs them under Wine.
+# Builds the library as a 64-bit Windows DLL, kdx and the tests, and runs the tests under Wine.
 set -eu
 cd "$(dirname "$0")/.."
 

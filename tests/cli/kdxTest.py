@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Runs the built kdx and compares what it prints: kdxTest.py KDX [TEST...]
 
-Every case runs in an empty directory that holds the files it names.
+Every case runs in an empty directory that holds the files it names. A program for Windows runs
+under Wine.
 """
 
 import os
@@ -14,7 +15,7 @@ import tempfile
 import time
 import unittest
 
-KDX = ""
+KDX = []
 
 COMMANDS = "check completion diff find fmt get manual map split strip tree write".split()
 
@@ -55,7 +56,7 @@ class KdxTest(unittest.TestCase):
     def run_kdx(self, arguments, text="", **options):
         """Returns the exit status, the standard output and the standard error stream."""
         done = subprocess.run(
-            [KDX, *arguments.split()], input=text if isinstance(text, bytes) else text.encode(),
+            [*KDX, *arguments.split()], input=text if isinstance(text, bytes) else text.encode(),
             stdout=options.pop("stdout", subprocess.PIPE), stderr=subprocess.PIPE,
             cwd=self.folder, timeout=60, **options)
         return done.returncode, (done.stdout or b"").decode(errors="replace"), done.stderr.decode(
@@ -303,7 +304,7 @@ class Fmt(KdxTest):
             ("A:\nx = \\\r\ny = 1\nEND", "A:\n  x = \\\r\n    y = 1\nEND\n"),
         ]:
             with self.subTest(text=text):
-                got = subprocess.run([KDX, "fmt"], input=text.encode(), stdout=subprocess.PIPE)
+                got = subprocess.run([*KDX, "fmt"], input=text.encode(), stdout=subprocess.PIPE)
                 self.assertEqual((got.returncode, got.stdout.decode()), (0, output))
 
     def test_refusals(self):
@@ -368,6 +369,13 @@ class Fmt(KdxTest):
                         self.assertEqual(self.run_kdx("fmt --check after")[0], 0)
             self.assertGreater(written, 50)
 
+    def test_in_place(self):
+        self.write(a=UGLY, b=b"\xef\xbb\xbfA:\r\nx=1\r\nEND\r\n")
+        self.expect("fmt -i a b", "", 0)
+        self.assertEqual((self.folder / "a").read_bytes(), FORMATTED.encode())
+        self.assertEqual((self.folder / "b").read_bytes(), b"\xef\xbb\xbfA:\r\n  x=1\r\nEND\r\n")
+        self.assertEqual(sorted(os.listdir(self.folder)), ["a", "b"])
+
     def test_in_place_keeps_mode_owner_and_link(self):
         self.write(real__file=UGLY)
         real, link = self.folder / "real/file", self.folder / "link"
@@ -412,7 +420,7 @@ class Fmt(KdxTest):
         for _ in range(12):
             for name in names:
                 (self.folder / name).write_text(old)
-            running = subprocess.Popen([KDX, "fmt", "-i", "d"], cwd=self.folder)
+            running = subprocess.Popen([*KDX, "fmt", "-i", "d"], cwd=self.folder)
             time.sleep(source.uniform(0, 0.15))
             running.kill()
             running.wait()
@@ -475,7 +483,7 @@ END
             ("x = a\\ # c\n", "x = a\\ # c\n"), ("x = \\#1 # c\n", "x = \\#1 # c\n"),
         ]:
             self.expect("strip", text, 0, output)
-        got = subprocess.run([KDX, "strip"], input=b"x = 1 # c\r\n# c\r\n", stdout=subprocess.PIPE)
+        got = subprocess.run([*KDX, "strip"], input=b"x = 1 # c\r\n# c\r\n", stdout=subprocess.PIPE)
         self.assertEqual(got.stdout, b"x = 1\r\n")
 
     def test_diff(self):
@@ -545,5 +553,7 @@ class Program(KdxTest):
 
 
 if __name__ == "__main__":
-    KDX = os.path.abspath(sys.argv.pop(1))
+    KDX = [os.path.abspath(sys.argv.pop(1))]
+    if KDX[0].endswith(".exe"):
+        KDX.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts/wine-run"))
     unittest.main()
