@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws what kdx_bench measured: chart.py RESULTS.json CHART.svg
+"""Draws what kdx_bench measured: chart.py RESULTS CHART.svg
 
 One row for each contestant, a dot for each corpus, on a logarithmic scale of ns per parameter.
 """
@@ -9,7 +9,7 @@ import pathlib
 import sys
 from xml.sax.saxutils import escape
 
-from table import LIBRARY, TASKS, corpora, load
+from table import LIBRARY, TASKS, Times, corpora
 
 WIDTH, LEFT, RIGHT, ROW, TOP = 760, 190, 30, 18, 40
 COLOURS = ("#0b6e99", "#d9730d")
@@ -37,13 +37,14 @@ def rows(times, names):
     """Task headings, as strings, and (contestant, times by corpus), the fastest first."""
     for task in TASKS:
         yield task
-        contestants = {c for t, c, _ in times if t == task}
-        own = {c: [times.get((task, c, name)) for name in names] for c in contestants}
+        contestants = {c for t, c, _ in times.keys() if t == task}
+        own = {c: [times.of(task, c, name) if (task, c, name) in times else None for name in names]
+               for c in contestants}
         yield from sorted(own.items(), key=lambda item: max(filter(None, item[1])))
 
 
 def draw(times):
-    names, scale = corpora(times), Scale(times.values())
+    names, scale = corpora(times), Scale([times.of(*key) for key in times.keys()])
     out, y = [], TOP
     for line in rows(times, names):
         y += ROW
@@ -74,7 +75,7 @@ def legend(names):
 def main():
     if len(sys.argv) != 3:
         raise SystemExit(__doc__)
-    shapes, height = draw(load(pathlib.Path(sys.argv[1]), "median"))
+    shapes, height = draw(Times(pathlib.Path(sys.argv[1]), "median"))
     pathlib.Path(sys.argv[2]).write_text(
         f'<svg xmlns="http://www.w3.org/2000/svg" width="{WIDTH}" height="{height}" '
         f'font-family="sans-serif" font-size="12"><rect width="100%" height="100%" fill="#fff"/>\n'

@@ -1,11 +1,12 @@
 // Times every job on every corpus named: kdx_bench DIRECTORY [CORPUS...] [--benchmark_...]
 //
-// A benchmark is called TASK/CONTESTANT/CORPUS. Each repetition makes its job anew, checks what a
-// first run saw, which also warms up, and times a second one. Repeat with
-// --benchmark_enable_random_interleaving, and take medians.
+// A benchmark is called TASK/CONTESTANT/CORPUS. It makes its job, checks what a first run saw,
+// which also warms up, and times a second one. The contestants of a task follow one another, so
+// that what else the machine does meets them alike: start the program again for each round.
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <iostream>
 #include <new>
 
@@ -45,7 +46,10 @@ void measure(benchmark::State& state, const bench::JobType& type, const bench::C
 
 void registerJobs(const std::string& directory, const std::string& name) {
     const bench::Corpus corpus(directory, name);
-    for (const auto& type : bench::allJobs()) {
+    bench::JobTypes jobs = bench::allJobs();
+    std::stable_sort(jobs.begin(), jobs.end(),
+                     [](const auto& a, const auto& b) { return a.task < b.task; });
+    for (const auto& type : jobs) {
         if (!corpus.has(type.format)) continue;
         const std::string title = type.task + '/' + type.contestant + '/' + name;
         benchmark::RegisterBenchmark(title.c_str(),

@@ -23,25 +23,44 @@ LIBRARY = "KDX"
 STATISTICS = {"median": statistics.median, "best": min}
 
 
-def load(path, statistic):
-    """Nanoseconds per parameter of (task, contestant, corpus): of the rounds, one figure."""
-    rounds = collections.defaultdict(list)
-    for run in json.loads(path.read_text())["benchmarks"]:
-        if run["run_type"] != "iteration":
-            continue
-        task, contestant, corpus = run["run_name"].split("/")[:3]
-        if run.get("error_occurred"):
-            raise SystemExit(f"{run['run_name']}: {run['error_message']}")
-        rounds[task, contestant, corpus].append(run["cpu_time"] * 1e6 / run["parameters"])
-    # The floor of reading lines is that of reading a text.
-    for (task, contestant, corpus), values in list(rounds.items()):
-        if (task, contestant) == ("text-to-map", "floor"):
-            rounds["lines-to-map", contestant, corpus] = values
-    return {key: STATISTICS[statistic](values) for key, values in rounds.items()}
+class Times:
+    """Nanoseconds per parameter of (task, contestant, corpus) in every round."""
+
+    def __init__(self, prefix, statistic):
+        self.statistic = STATISTICS[statistic]
+        self.rounds = collections.defaultdict(list)
+        for path in sorted(prefix.parent.glob(f"{prefix.name}-*.json")):
+            self.add(json.loads(path.read_text())["benchmarks"])
+        # The floor of reading lines is that of reading a text.
+        for (task, contestant, corpus), values in list(self.rounds.items()):
+            if (task, contestant) == ("text-to-map", "floor"):
+                self.rounds["lines-to-map", contestant, corpus] = values
+
+    def add(self, runs):
+        for run in runs:
+            if run.get("error_occurred"):
+                raise SystemExit(f"{run['run_name']}: {run['error_message']}")
+            key = tuple(run["run_name"].split("/")[:3])
+            self.rounds[key].append(run["cpu_time"] * 1e6 / run["parameters"])
+
+    def __contains__(self, key):
+        return key in self.rounds
+
+    def keys(self):
+        return self.rounds.keys()
+
+    def of(self, *key):
+        return self.statistic(self.rounds[key])
+
+    def ratio(self, one, other):
+        """Of the ratios in each round, in which the two ran close to each other."""
+        if self.statistic is min:
+            return self.of(*one) / self.of(*other)
+        return self.statistic([a / b for a, b in zip(self.rounds[one], self.rounds[other])])
 
 
 def corpora(times):
-    return sorted({corpus for _, _, corpus in times}, reverse=True)
+    return sorted({corpus for _, _, corpus in times.keys()}, reverse=True)
 
 
 def row(cells, widths):
@@ -59,14 +78,14 @@ def times_table(times):
     names = corpora(times)
     cells = [["ns per parameter"] + [text for name in names for text in (name, "to KDX")]]
     for task in TASKS:
-        contestants = {c for t, c, _ in times if t == task}
+        contestants = {c for t, c, _ in times.keys() if t == task}
         order = [LIBRARY, "floor"] + sorted(contestants - {LIBRARY, "floor"})
         for contestant in (c for c in order if c in contestants):
             line = [f"{task}, {contestant}"]
             for name in names:
-                time, own = times.get((task, contestant, name)), times.get((task, LIBRARY, name))
-                line += [f"{time:.1f}" if time else "-",
-                         f"{time / own:.2f}" if time and own else "-"]
+                key, own = (task, contestant, name), (task, LIBRARY, name)
+                line += ([f"{times.of(*key):.1f}", f"{times.ratio(key, own):.2f}"]
+                         if key in times and own in times else ["-", "-"])
             cells.append(line)
     return table(cells)
 
@@ -74,8 +93,8 @@ def times_table(times):
 def targets_table(times):
     cells = [["ratio", "at most"] + corpora(times) + [""]]
     for task, other, limit in TARGETS:
-        ratios = [times[task, LIBRARY, name] / times[task, other, name] for name in corpora(times)
-                  if (task, LIBRARY, name) in times]
+        ratios = [times.ratio((task, LIBRARY, name), (task, other, name))
+                  for name in corpora(times) if (task, LIBRARY, name) in times]
         if ratios:
             verdict = "met" if max(ratios) <= limit else "NOT MET"
             cells.append([f"{task}, {LIBRARY} / {other}", f"{limit:.1f}"]
@@ -88,8 +107,8 @@ def growth_table(times, limit=1.3):
     cells = [["growth from 1 to 100 MB", "at most", "corpus", LIBRARY, "floor", "ratio", ""]]
     for task in TASKS:
         for corpus in ("packages", "codes"):
-            own, floor = (times[task, contestant, f"{corpus}-100"]
-                          / times[task, contestant, f"{corpus}-1"]
+            own, floor = (times.ratio((task, contestant, f"{corpus}-100"),
+                                      (task, contestant, f"{corpus}-1"))
                           for contestant in (LIBRARY, "floor"))
             ratio = own / max(floor, 1.0)
             cells.append([task, f"{limit}", corpus, f"{own:.2f}", f"{floor:.2f}", f"{ratio:.2f}",
@@ -98,26 +117,27 @@ def growth_table(times, limit=1.3):
 
 
 def levels_table(times, limit=1.3):
-    flat, deep = (times["events", LIBRARY, f"levels-{levels}"] for levels in (1, 1000))
+    flat, deep = (("events", LIBRARY, f"levels-{levels}") for levels in (1, 1000))
+    ratio = times.ratio(deep, flat)
     return table([["events, ns per parameter", "1 level", "1,000 levels", "ratio", "at most", ""],
-                  ["", f"{flat:.1f}", f"{deep:.1f}", f"{deep / flat:.2f}", f"{limit}",
-                   "met" if deep <= limit * flat else "NOT MET"]])
+                  ["", f"{times.of(*flat):.1f}", f"{times.of(*deep):.1f}", f"{ratio:.2f}",
+                   f"{limit}", "met" if ratio <= limit else "NOT MET"]])
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("results", type=pathlib.Path, nargs="?", help="from --benchmark_out")
+    parser.add_argument("results", type=pathlib.Path, nargs="?", help="where the files of the rounds are, up to their number")
     parser.add_argument("--growth", type=pathlib.Path, help="the same, of corpora of two sizes")
     parser.add_argument("--levels", type=pathlib.Path, help="the same, of the flat and deep text")
     parser.add_argument("--statistic", choices=STATISTICS, default="median", help="of the rounds")
     options = parser.parse_args()
     if options.results:
-        times = load(options.results, options.statistic)
+        times = Times(options.results, options.statistic)
         print("\n".join(times_table(times) + [""] + targets_table(times)))
     if options.growth:
-        print("\n".join(growth_table(load(options.growth, options.statistic))))
+        print("\n".join(growth_table(Times(options.growth, options.statistic))))
     if options.levels:
-        print("\n" + "\n".join(levels_table(load(options.levels, options.statistic))))
+        print("\n" + "\n".join(levels_table(Times(options.levels, options.statistic))))
 
 
 if __name__ == "__main__":

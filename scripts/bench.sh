@@ -44,15 +44,17 @@ make_corpora() {
     [ -e "$corpora/codes-$1.counts" ] || python3 bench/make_corpora.py "$corpora" --size "$@"
 }
 
-# run NAME FILTER CORPUS...: the rounds of all contestants, interleaved
+# run NAME FILTER CORPUS...: in every round all contestants in turn, in a process of its own
 run() {
-    output=$results/$1.json
+    name=$1
     filter=$2
     shift 2
-    taskset -c "$core" "$programs/kdx_bench" "$corpora" "$@" --benchmark_filter="$filter" \
-        --benchmark_enable_random_interleaving --benchmark_repetitions="$rounds" \
-        --benchmark_out="$output" --benchmark_out_format=json >"$results/log" 2>&1 ||
-        { cat "$results/log"; exit 1; }
+    rm -f "$results/$name"-*.json
+    for round in $(seq -w "$rounds"); do
+        taskset -c "$core" "$programs/kdx_bench" "$corpora" "$@" --benchmark_filter="$filter" \
+            --benchmark_out="$results/$name-$round.json" --benchmark_out_format=json \
+            >"$results/log" 2>&1 || { cat "$results/log"; exit 1; }
+    done
 }
 
 table() {
@@ -61,12 +63,12 @@ table() {
 
 quick() {
     run quick '/(KDX|floor|RapidJSON)/' "packages-$size" "codes-$size"
-    table "$results/quick.json"
+    table "$results/quick"
 }
 
 all() {
     run all . "packages-$size" "codes-$size"
-    table "$results/all.json"
+    table "$results/all"
 }
 
 memory() {
@@ -78,7 +80,7 @@ growth() {
     make_corpora 100 --formats
     run growth '/(KDX|floor)/.*-(1|100)/' packages-1 packages-100 codes-1 codes-100
     run levels 'events/KDX' levels-1 levels-1000
-    table --growth "$results/growth.json" --levels "$results/levels.json"
+    table --growth "$results/growth" --levels "$results/levels"
 }
 
 instructions() {
@@ -118,5 +120,5 @@ for task in $tasks; do
     echo
 done
 if [ "$tasks" != "${tasks#all}" ]; then
-    python3 bench/chart.py "$results/all.json" docs/performance.svg
+    python3 bench/chart.py "$results/all" docs/performance.svg
 fi
