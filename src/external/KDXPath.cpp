@@ -37,7 +37,7 @@ std::string KDXPath::getSubPath(std::size_t first, std::size_t count) const {
     const std::size_t end = first + std::min(count, components.size() - first);
     std::string pathText;
     for (std::size_t i = first; i < end; ++i)
-        detail::appendComponent(pathText, components[i].first, components[i].second);
+        detail::putComponent(pathText, pathText.size(), components[i].first, components[i].second);
     return pathText;
 }
 

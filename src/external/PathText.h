@@ -89,13 +89,18 @@ inline int comparePaths(std::string_view left, std::string_view right) {
     return comparePaths(left, right, commonLength(left, right));
 }
 
-/// Appends the path text of one component, in the form that the keys of a map have.
-inline void appendComponent(std::string& pathText, std::string_view type, std::string_view name) {
-    pathText += '/';
-    pathText += type;
-    if (name.empty() || name == type) return;
-    pathText += ':';
-    pathText += name;
+/// Puts the path text of one component, in the form that the keys of a map have, behind the first
+/// `length` bytes, and cuts off what follows. The type and the name must not lie in `pathText`.
+inline void putComponent(std::string& pathText, std::size_t length, std::string_view type,
+                         std::string_view name) {
+    const bool named = !name.empty() && name != type;
+    pathText.resize(length + 1 + type.size() + (named ? 1 + name.size() : 0));
+    char* end = pathText.data() + length;
+    *end++ = '/';
+    end += type.copy(end, type.size());
+    if (!named) return;
+    *end++ = ':';
+    name.copy(end, name.size());
 }
 
 }  // namespace kiv::detail

@@ -107,7 +107,7 @@ bool KDXToStringMapMap::isLeftOut(std::string_view type) const {
     return listed == excludeTypes;
 }
 
-void KDXToStringMapMap::openObject(std::string_view type, std::string_view name) {
+inline void KDXToStringMapMap::openObject(std::string_view type, std::string_view name) {
     if (skipDepth != 0) {
         ++skipDepth;
         return;
@@ -116,20 +116,19 @@ void KDXToStringMapMap::openObject(std::string_view type, std::string_view name)
         skipDepth = 1;
         return;
     }
-    path.resize(pathStack.empty() ? 0 : pathStack.back().pathLength);
-    detail::appendComponent(path, type, name);
+    detail::putComponent(path, pathStack.empty() ? 0 : pathStack.back().pathLength, type, name);
     currentEntry = enterPath();
     pathStack.push_back({currentEntry, path.size()});
 }
 
-void KDXToStringMapMap::addParameter(std::string_view name, std::string_view value) {
+inline void KDXToStringMapMap::addParameter(std::string_view name, std::string_view value) {
     if (skipDepth != 0) return;
     if (pathStack.empty()) throw Except(kParameterOutside);
     auto& parameters = currentEntry->second;
     parameters.emplace_hint(parameters.end(), name, value);
 }
 
-void KDXToStringMapMap::closeObject() {
+inline void KDXToStringMapMap::closeObject() {
     if (skipDepth != 0) {
         --skipDepth;
         return;

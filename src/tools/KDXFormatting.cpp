@@ -24,21 +24,27 @@ public:
         current = line;
         spaces = detail::leadingSpaces(line);
         const std::string_view stripped = detail::withoutLeadingBlanks(line.substr(spaces));
-        const bool spaced = continuing && stripped.size() < line.size();
-        if (kind != MiniKDXParser::lineUnrecognised) {
-            addToKnown(stripped, spaced);
-            continuing = detail::isContinued(line);
-        } else {
-            kind = logicalLine.add(stripped, spaced);
-            addToOpen(stripped, spaced);
-            continuing = logicalLine.isContinued();
-        }
-        if (!continuing) startLogicalLine();
+        if (continuing) return addContinuation(stripped, stripped.size() < line.size());
+        kind = logicalLine.add(stripped, false);
+        addToOpen(stripped, false);
+        continuing = logicalLine.isContinued();
     }
 
     std::vector<std::string> take() { return std::move(indented); }
 
 private:
+    void addContinuation(std::string_view stripped, bool spaced) {
+        if (kind != MiniKDXParser::lineUnrecognised) {
+            addToKnown(stripped, spaced);
+            continuing = detail::isContinued(current);
+        } else {
+            kind = logicalLine.add(stripped, spaced);
+            addToOpen(stripped, spaced);
+            continuing = logicalLine.isContinued();
+        }
+        if (!continuing) logicalLine.clear();
+    }
+
     /// A continuation of a line whose kind is known.
     void addToKnown(std::string_view stripped, bool spaced) {
         const bool free = kind == MiniKDXParser::lineVerbatim ||
@@ -91,11 +97,6 @@ private:
         }
         std::string& line = indented.emplace_back(length, ' ');
         stripped.copy(line.data() + indentation, stripped.size());
-    }
-
-    void startLogicalLine() {
-        kind = MiniKDXParser::lineUnrecognised;
-        logicalLine.clear();
     }
 
     std::vector<std::string> indented;

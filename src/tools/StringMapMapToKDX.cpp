@@ -166,7 +166,8 @@ private:
     void startOpenPath() {
         openPath.clear();
         for (const OpenObject& object : open)
-            detail::appendComponent(openPath, object.component.type, object.component.name);
+            detail::putComponent(openPath, openPath.size(), object.component.type,
+                                 object.component.name);
     }
 
     void openObject(const PathComponent& object, std::size_t end) {
@@ -184,7 +185,7 @@ private:
 
     void writeMark(const PathComponent& object) {
         if (!markPending) return;
-        detail::appendComponent(openPath, object.type, object.name);
+        detail::putComponent(openPath, openPath.size(), object.type, object.name);
         if (openPath != replacePath) return;
         out.append(kReplaceMark);
         markPending = false;
