@@ -2,9 +2,12 @@
 # Takes real text through the library with kdx: this machine's package database, written as KDX, is
 # checked, looked at, read into a map, changed, written back and read again; then the examples are
 # formatted, searched and divided. Installs what is missing and builds first.
+#
+#   scripts/demo.sh [PRESET]    of the build; release where none is named
 set -eu
 cd "$(dirname "$0")/.."
 
+preset=${1:-release}
 work=build/demo
 log=$work/build.log
 mkdir -p "$work"
@@ -44,9 +47,9 @@ with open(file, "w", encoding="utf-8") as changed:
 
 scripts/install-deps.sh
 echo "Building the library and kdx, which may take a minute"
-quietly cmake --preset release
-quietly cmake --build --preset release --parallel "$(nproc)"
-PATH=$PWD/build/release/cli:$PATH
+quietly cmake --preset "$preset"
+quietly cmake --build --preset "$preset" --target kdx --parallel "$(nproc)"
+PATH=$PWD/build/$preset/cli:$PATH
 
 scripts/packages-to-kdx >"$work/packages.kdx"
 cp examples/*.kdx "$work"

@@ -107,7 +107,7 @@ bool KDXToStringMapMap::isLeftOut(std::string_view type) const {
     return listed == excludeTypes;
 }
 
-inline void KDXToStringMapMap::openObject(std::string_view type, std::string_view name) {
+void KDXToStringMapMap::openObject(std::string_view type, std::string_view name) {
     if (skipDepth != 0) {
         ++skipDepth;
         return;
@@ -121,14 +121,14 @@ inline void KDXToStringMapMap::openObject(std::string_view type, std::string_vie
     pathStack.push_back({currentEntry, path.size()});
 }
 
-inline void KDXToStringMapMap::addParameter(std::string_view name, std::string_view value) {
+void KDXToStringMapMap::addParameter(std::string_view name, std::string_view value) {
     if (skipDepth != 0) return;
     if (pathStack.empty()) throw Except(kParameterOutside);
     auto& parameters = currentEntry->second;
     parameters.emplace_hint(parameters.end(), name, value);
 }
 
-inline void KDXToStringMapMap::closeObject() {
+void KDXToStringMapMap::closeObject() {
     if (skipDepth != 0) {
         --skipDepth;
         return;
