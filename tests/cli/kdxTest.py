@@ -53,10 +53,10 @@ class KdxTest(unittest.TestCase):
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(text if isinstance(text, bytes) else text.encode())
 
-    def run_kdx(self, arguments, text="", **options):
+    def run_kdx(self, arguments, text="", prefix=(), **options):
         """Returns the exit status, the standard output and the standard error stream."""
         done = subprocess.run(
-            [*KDX, *arguments.split()], input=text if isinstance(text, bytes) else text.encode(),
+            [*prefix, *KDX, *arguments.split()], input=text if isinstance(text, bytes) else text.encode(),
             stdout=options.pop("stdout", subprocess.PIPE), stderr=subprocess.PIPE,
             cwd=self.folder, timeout=60, **options)
         return done.returncode, (done.stdout or b"").decode(errors="replace"), done.stderr.decode(
@@ -393,7 +393,8 @@ class Fmt(KdxTest):
         self.assertEqual(os.listdir(real.parent), ["file"])
 
     def test_folders_and_files_without_permission(self):
-        user = {"user": "nobody"} if os.geteuid() == 0 else {}
+        capabilities = "-dac_override,-dac_read_search"  # with which root passes permissions by
+        prefix = ["setpriv", f"--bounding-set={capabilities}", f"--inh-caps={capabilities}"]
         self.write(closed__a_kdx=UGLY, secret=UGLY)
         (self.folder / "secret").chmod(0)
         (self.folder / "closed/a_kdx").chmod(0o666)
@@ -405,7 +406,7 @@ class Fmt(KdxTest):
             ("map secret", "secret: error: cannot be read: Permission denied\n"),
             ("get closed /A", "closed: error: is a directory, not a file\n"),
         ]:
-            got, output, errors = self.run_kdx(arguments, **user)
+            got, output, errors = self.run_kdx(arguments, prefix=prefix if os.geteuid() == 0 else ())
             self.assertEqual((got, errors), (2, message), output)
         self.assertEqual((self.folder / "closed/a_kdx").read_text(), UGLY)
 

@@ -62,6 +62,9 @@ TEST(KDXPath, getSubPathIsTheTextOfSomeComponents) {
     EXPECT_THROW(path.getSubPath(4, 0), std::out_of_range);
     EXPECT_THROW(path.getType(3), std::out_of_range);
     EXPECT_THROW(KDXPath().getName(0), std::out_of_range);
+    KDXPath copy;
+    copy = path;
+    EXPECT_EQ(copy.getSubPath(0, 3), path.getSubPath(0, 3));
 }
 
 // That each pair of the table compares as the places do makes the order a strict weak one.

@@ -127,6 +127,16 @@ TEST(Walk, isLeftByWhatACallbackThrowsWithTheStateOfBeforeTheLine) {
     }
 }
 
+TEST(Walk, needsNoCallback) {
+    struct Silent : kiv::MiniKDXParser {
+        using MiniKDXParser::getLineNumber;
+        using MiniKDXParser::MiniKDXParser;
+    };
+    Silent parser({"A: x", "p = 1", "END", ">act"});
+    parser.parse();
+    EXPECT_EQ(parser.getLineNumber(), 4U);
+}
+
 TEST(Walk, startsAfreshEachTime) {
     EventRecorder parser({"A: x", "?"});
     EXPECT_THROW(parser.parse(), kiv::data::invalid);

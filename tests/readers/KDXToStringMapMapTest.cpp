@@ -160,7 +160,8 @@ TEST(KDXToStringMapMap, itsExceptionStandsAloneAndIsCopied) {
     using Except = KDXToStringMapMap::Except;
     static_assert(!std::is_polymorphic_v<Except> && !std::is_base_of_v<kiv::Error, Except>);
     static_assert(!std::is_copy_assignable_v<KDXToStringMapMap>);
+    const Except original("what");
     Except copy("");
-    copy = Except(Except("what"));
+    copy = Except(original);
     EXPECT_EQ(copy.message(), "what");
 }

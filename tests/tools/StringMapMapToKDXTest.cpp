@@ -75,6 +75,17 @@ const std::vector<MarkRow> kMarks = {
 
 }  // namespace
 
+// The writer gathers pieces in blocks: every length that ends near the end of one.
+TEST(StringMapMapToKDX, writesTextsOfAnyLength) {
+    for (std::size_t length = 4060; length < 4110; ++length) {
+        const std::string value(length, 'v');
+        const std::string blanks(length % 40, ' ');
+        EXPECT_EQ(textOf("", {{"/A", {{"p", value}, {"q", "2"}}}},
+                         Format(static_cast<std::int32_t>(blanks.size()), true, true)),
+                  "A: \n" + blanks + "p = " + value + "\n" + blanks + "q = 2\nEND # A:\n");
+    }
+}
+
 TEST(StringMapMapToKDX, writesTheWorkedExample) {
     EXPECT_EQ(textOf("", kSample), readData("written.kdx"));
     EXPECT_EQ(textOf("/Sample:s1/Channel:A", kSample), readData("marked.kdx"));
