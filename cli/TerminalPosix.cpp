@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -5,9 +6,22 @@
 #include "Output.h"
 
 namespace kdx {
+namespace {
+
+/// Occupies every standard stream that came closed: a file opened later would get its number, and
+/// then the messages. Opened the wrong way round, reading and writing still fail, as on a closed
+/// one.
+void occupyClosedStreams() {
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
+        if (::fcntl(stream, F_GETFD) < 0)
+            (void)::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
+}  // namespace
 
 void prepareStreams() {
     (void)std::signal(SIGPIPE, SIG_IGN);
+    occupyClosedStreams();
 }
 
 bool outputIsTerminal() {

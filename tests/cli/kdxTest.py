@@ -376,6 +376,18 @@ class Fmt(KdxTest):
         self.assertEqual((self.folder / "b").read_bytes(), b"\xef\xbb\xbfA:\r\n  x=1\r\nEND\r\n")
         self.assertEqual(sorted(os.listdir(self.folder)), ["a", "b"])
 
+    def test_in_place_without_error_stream(self):
+        """No message gets into a file that takes the number of the stream."""
+        names = [f"d/{i}.kdx" for i in range(200)]
+        (self.folder / "d").mkdir()
+        for i, name in enumerate(names):
+            (self.folder / name).write_text("-\n" if i % 2 else 1000 * UGLY)
+        done = subprocess.run(["sh", "-c", 'exec "$@" fmt -i -j 4 d 2>&-', "sh", *KDX],
+                              cwd=self.folder)
+        self.assertEqual(done.returncode, 2)
+        self.assertEqual({(self.folder / name).read_text() for name in names},
+                         {"-\n", 1000 * FORMATTED})
+
     def test_in_place_keeps_mode_owner_and_link(self):
         self.write(real__file=UGLY)
         real, link = self.folder / "real/file", self.folder / "link"
