@@ -61,13 +61,22 @@ std::string readFile(const std::string& path) {
     return readAll(file.get(), static_cast<std::size_t>(size) + 1, false);
 }
 
-/// Finds the files of one folder, and the folders in it; links to folders are not followed.
+/// Whether an entry is to be read. When that cannot be told, reading it says why.
+bool isFile(const fs::directory_entry& entry) {
+    std::error_code unknown;
+    const fs::file_type type = entry.status(unknown).type();
+    return type == fs::file_type::regular || type == fs::file_type::none;
+}
+
+/// Finds the files of one folder, and the folders in it; links to folders are not followed, and
+/// links to nothing passed over.
 void searchFolder(const fs::path& folder, std::vector<std::string>& files,
                   std::vector<fs::path>& folders) {
+    std::error_code unknown;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-        if (entry.is_directory() && !entry.is_symlink())
+        if (entry.is_directory(unknown) && !entry.is_symlink(unknown))
             folders.push_back(entry.path());
-        else if (entry.path().extension() == ".kdx" && entry.is_regular_file())
+        else if (entry.path().extension() == ".kdx" && isFile(entry))
             files.push_back(entry.path().string());
     }
 }

@@ -141,6 +141,8 @@ class Check(KdxTest):
         self.write(good=SAMPLE, bad="-\n", dir__b__x_kdx="-\n", dir__a="-\n")
         (self.folder / "dir/b/x_kdx").rename(self.folder / "dir/b/x.kdx")
         (self.folder / "empty").mkdir()
+        (self.folder / "dir/loop").symlink_to("loop")
+        (self.folder / "dir/gone.kdx").symlink_to("nothing")
         place = ":1:1: error: unknown syntax: '-' cannot stand here; a name consists of letters, " \
             "digits, blanks, '&', '.' and '_'\n-\n^\n"
         for arguments, status, errors in [
