@@ -33,7 +33,8 @@ bool allHaveReturns(std::string_view text) {
 /// continuing its line.
 void dropReturns(Lines& lines) {
     for (std::string& line : lines)
-        if (hasReturn(line) && (line.size() == 1 || line[line.size() - 2] != '\\')) line.pop_back();
+        while (hasReturn(line) && (line.size() == 1 || line[line.size() - 2] != '\\'))
+            line.pop_back();
 }
 
 void appendLines(std::string& out, const Lines& lines, bool withReturns) {

@@ -291,7 +291,8 @@ def random_text(source):
     """A text of lines that are KDX more often than not, with odd continuations and line ends."""
     words = ["A: b", "x = 1", "END", "> go", "! v", "$ w", "# c", "", "\\", "E", "ND", "y", "= 2",
              ":", "x = \\#1", "x = a\\ # c", "  ", "\t"]
-    ends = ["\n"] * 6 + ["\\\n", " \\\n", "\\  \n", " # c\n", " # c \\\n", "\r\n", "\\\r\n"]
+    ends = ["\n"] * 6 + ["\\\n", " \\\n", "\\  \n", " # c\n", " # c \\\n", "\r\n", "\r\r\n",
+                           "\\\r\n"]
     return "".join(source.choice(["", " ", "   "]) + source.choice(words) + source.choice(ends)
                    for _ in range(source.randrange(12)))
 
@@ -302,6 +303,7 @@ class Fmt(KdxTest):
             (UGLY, FORMATTED), ("", ""), ("\n", "\n"), (" x = 1", "x = 1\n"),
             ("A:\r\nx = 1\r\n\r\nEND\r\n", "A:\r\n  x = 1\r\n\r\nEND\r\n"),
             ("A:\r\nx = 1\nEND\r\n", "A:\n  x = 1\nEND\n"),
+            ("A:\nx = 1\r\r\nEND\n", "A:\n  x = 1\nEND\n"),
             ("\ufeffA:\nx = 1\nEND\n", "\ufeffA:\n  x = 1\nEND\n"),
             ("A:\nx = \\\r\ny = 1\nEND", "A:\n  x = \\\r\n    y = 1\nEND\n"),
         ]:
