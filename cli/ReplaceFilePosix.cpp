@@ -25,9 +25,9 @@ namespace fs = std::filesystem;
 /// A new file in a folder, which disappears again unless it takes the place of another one.
 class TemporaryFile {
 public:
+    /// Its name is not made of the target's, which may be as long as a name can be.
     explicit TemporaryFile(const fs::path& target)
-        : path(
-              (target.parent_path() / ("." + target.filename().string() + ".tmp-XXXXXX")).string()),
+        : path((target.parent_path() / ".kdx-XXXXXX").string()),
           descriptor(::mkstemp(path.data())) {
         if (descriptor < 0) failReplace("a new file beside it");
     }

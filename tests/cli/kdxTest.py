@@ -327,7 +327,8 @@ class Fmt(KdxTest):
                 self.assertEqual((self.folder / "file").read_text(), text)
 
     def test_modes(self):
-        self.write(ugly=UGLY, good=FORMATTED)
+        longest = 255 * "n"
+        self.write(ugly=UGLY, good=FORMATTED, **{longest: UGLY})
         for arguments, status, output, errors in [
             ("--check good", 0, "", ""), ("--check ugly good", 1, "ugly\n", ""),
             ("--diff good", 0, "", ""), ("good ugly", 0, FORMATTED + FORMATTED, ""),
@@ -336,6 +337,7 @@ class Fmt(KdxTest):
             ("-i /dev/null", 0, "", ""), ("-i . missing", 2, "", ".: error: is a directory without "
              "*.kdx files\nmissing: error: cannot be read: No such file or directory\n"),
             ("-i ugly good", 0, "", ""), ("--check ugly good", 0, "", ""),
+            (f"-i {longest}", 0, "", ""), (f"--check {longest}", 0, "", ""),
         ]:
             self.expect("fmt " + arguments, "", status, output, errors)
 
