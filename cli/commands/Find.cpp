@@ -49,7 +49,8 @@ std::string search(kiv::ObjectKDXParser& parser, const Options& options, bool js
     parser.parseForObjectsByType(options.type, options.depth, options.group);
     for (const auto& [key, lines] : parser.getTypeResults())
         appendMatch(text, key, lines, options, json);
-    appendLines(text, parser.getResults());  // of a match that is never closed
+    const Lines& unclosed = parser.getResults();  // of a match whose END is missing
+    if (!unclosed.empty()) appendMatch(text, unclosed.front(), unclosed, options, json);
     return text;
 }
 

@@ -468,7 +468,8 @@ END
 """
 
     def test_commands(self):
-        self.write(f=self.NESTED, acts=">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n")
+        self.write(f=self.NESTED, open="A:\nB: b\nx = 1\n",
+                   acts=">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n")
         for arguments, status, output, errors in [
             ("get f /Sample:s1", 0, "Rate = 10\n", ""),
             ("get f Sample:s1/Channel:A Gain", 0, "2\n", ""),
@@ -481,6 +482,7 @@ END
              "# s1\nChannel:B\nEND\n# s2\nChannel:A\nEND\n", ""),
             ("find f --type Filter --json", 0,
              '{"key":"Filter:F","lines":["Filter:F","  Cut = 5","END"]}\n', ""),
+            ("find open --type B --json", 0, '{"key":"B:b","lines":["B:b","  x = 1"]}\n', ""),
             ("find f --name Channel", 1, "", "f: error: has no object with the name Channel\n"),
             ("find f --type A", 1, "", "f: error: has no object of type A\n"),
             ("split acts", 0, "# actions\n>a\n> bc\n# state\nA:\nx = 1\nEND\n# actions\n>d\n", ""),
