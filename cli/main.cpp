@@ -1,6 +1,8 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdlib>
+#include <iostream>
+#include <sstream>
 #include <thread>
 
 #include "Commands.h"
@@ -31,8 +33,11 @@ bool colorOn(const std::string& when, bool isTerminal) {
     return isTerminal && (noColor == nullptr || *noColor == '\0');
 }
 
-std::string failureMessage(const CLI::App* /*app*/, const CLI::Error& error) {
-    return std::string("kdx: ") + error.what() + "\nRun with --help for more information.\n";
+std::string failureMessage(const CLI::App* app, const CLI::Error& error) {
+    const std::vector<std::string> unknown = app->remaining();
+    const bool noCommand = app->get_subcommands().empty() && !unknown.empty();
+    return "kdx: " + (noCommand ? "unknown command or option: " + unknown.front() : error.what()) +
+           "\nRun with --help for more information.\n";
 }
 
 void addSettings(CLI::App& app, Settings& settings, std::string& color) {
@@ -72,8 +77,10 @@ int runCommands(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        const bool failed = app.exit(error) != 0;
+        std::ostringstream output;
+        const bool failed = app.exit(error, output, std::cerr) != 0;
         if (failed) session.status = Status::trouble;
+        writeOutput(output.str());
     }
     finishOutput();
     return static_cast<int>(session.status);

@@ -100,7 +100,7 @@ void addTree(CLI::App& app, Session& session) {
     addFile(*command, options->file);
     command->add_option("--depth", options->depth, "Levels to draw")
         ->type_name("N")
-        ->check(CLI::PositiveNumber.description(""));
+        ->check(CLI::Range(std::size_t{1}, kMaxCount).description(""));
     command->footer("Example:\n  kdx tree --depth 2 set-up.kdx");
     command->callback([options, &session] { session.status = run(*options, session.settings); });
 }

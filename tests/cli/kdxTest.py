@@ -533,9 +533,11 @@ class Program(KdxTest):
             ("--version", 0, "kdx 1."), ("", 2, "subcommand"),
             *((command + " --help", 0, "Example:") for command in COMMANDS),
             ("find x", 2, "--name"), ("fmt -i --check", 2, "--check"), ("manual x", 2, "x"),
-            ("frob", 2, "kdx: "), ("check --frob", 2, "--frob"), ("check -j 0", 2, "--jobs"),
+            ("frob", 2, "kdx: unknown command or option: frob"), ("check --frob", 2, "--frob"),
+            ("check -j 0", 2, "--jobs"),
             ("map --only A --without B", 2, "--without"), ("write --indent -1", 2, "--indent"),
             ("check --max-errors -1", 2, "--max-errors"), ("check --max-depth -1", 2, "--max-dep"),
+            ("tree --depth 0", 2, "1 to 1000000000"),
         ]:
             with self.subTest(arguments=arguments):
                 got, output, errors = self.run_kdx(arguments)
@@ -564,8 +566,9 @@ class Program(KdxTest):
 
     def test_output_that_fails(self):
         with open("/dev/full", "wb") as full:
-            self.assertEqual(self.run_kdx("map", SAMPLE, stdout=full), (
-                2, "", "kdx: standard output: cannot be written: No space left on device\n"))
+            for arguments in ["map", "--version"]:
+                self.assertEqual(self.run_kdx(arguments, SAMPLE, stdout=full), (
+                    2, "", "kdx: standard output: cannot be written: No space left on device\n"))
         reading, writing = os.pipe()
         os.close(reading)
         self.assertEqual(self.run_kdx("map", SAMPLE, stdout=writing), (
