@@ -52,12 +52,16 @@ std::size_t characterBegin(std::string_view text, std::size_t offset) {
     return offset;
 }
 
+std::string_view withoutReturn(std::string_view line) {
+    return line.substr(0, line.size() - (!line.empty() && line.back() == '\r' ? 1 : 0));
+}
+
 void appendLineAndCaret(std::string& out, const Place& place, bool color) {
+    const std::string_view line = withoutReturn(place.lineText);
     const std::size_t caret = place.column - 1;
-    const std::size_t begin =
-        characterBegin(place.lineText, caret > kLineLength ? caret - kLineLead : 0);
-    const std::size_t end = characterBegin(place.lineText, begin + kLineLength);
-    const std::string_view window = place.lineText.substr(begin, end - begin);
+    const std::size_t begin = characterBegin(line, caret > kLineLength ? caret - kLineLead : 0);
+    const std::size_t end = characterBegin(line, begin + kLineLength);
+    const std::string_view window = line.substr(begin, end - begin);
     out.append(printable(window)).append(1, '\n');
     for (const char c : window.substr(0, caret - begin))
         if (!continuesCharacter(c)) out += ' ';
@@ -66,7 +70,7 @@ void appendLineAndCaret(std::string& out, const Place& place, bool color) {
 
 void appendForPeople(std::string& out, std::string_view file, const Problem& problem, bool color) {
     const Place& place = problem.place;
-    out.append(color ? kBold : "").append(file).append(1, ':');
+    out.append(color ? kBold : "").append(printable(file)).append(1, ':');
     if (place.line > 0)
         out.append(std::to_string(place.line) + ':' + std::to_string(place.column) + ':');
     out.append(1, ' ').append(color ? colorOf(problem.severity) : "");

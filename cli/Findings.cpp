@@ -1,6 +1,7 @@
 #include "Findings.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kdx {
 
@@ -13,7 +14,7 @@ void Findings::add(Problem problem) {
 void Findings::append(std::string& out, std::string_view file, const Settings& settings,
                       std::string_view cure) {
     std::stable_sort(problems.begin(), problems.end(), [](const Problem& a, const Problem& b) {
-        return a.place.line < b.place.line;
+        return std::pair(a.place.line, a.place.column) < std::pair(b.place.line, b.place.column);
     });
     for (const Problem& problem : problems) appendProblem(out, file, problem, settings);
     const std::size_t hidden = errorCount + warningCount - problems.size();

@@ -55,7 +55,8 @@ std::string reasonAgainst(const std::string& pathText) {
         if (readsBack(type + ": " + name, MiniKDXParser::lineObject, type, name)) continue;
         std::string reason = reasonInName(type, "the type '" + shown(type) + "'");
         if (reason.empty()) reason = reasonInText(name, "the name '" + shown(name) + "'");
-        return reason.empty() ? "the name '" + shown(name) + "' would read back otherwise" : reason;
+        if (!reason.empty()) return reason;
+        return "the name '" + shown(name) + "' has a tab, or several blanks in a row, inside";
     }
     const std::string normal = path.getSubPath(0, path.numComponent());
     if (normal != pathText) return "this path would read back as \"" + shown(normal) + '"';

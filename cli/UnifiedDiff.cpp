@@ -89,7 +89,9 @@ private:
 
 void appendUnifiedDiff(std::string& out, std::string_view name, std::string_view before,
                        std::string_view after, bool color) {
-    out.append("--- ").append(name).append("\n+++ ").append(name).append("\n");
+    // Without a tab behind it, patch takes a name to end at its first blank.
+    const char* end = name.find(' ') == std::string_view::npos ? "\n" : "\t\n";
+    out.append("--- ").append(name).append(end).append("+++ ").append(name).append(end);
     UnifiedDiff(out, before, after, color).append();
 }
 

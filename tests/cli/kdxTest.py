@@ -101,6 +101,7 @@ class Check(KdxTest):
             ("A:\n x = 1 \\\r\n\nEND\n", 0, "2:8: warning: a backslash in front of a carriage"),
             (b"\xef\xbb\xbfA:\n-\nEND\n", 1, "1:1: warning: byte order mark", "2:1: error"),
             ("A:\n x = \0\0\nEND\n", 0, "2:6: warning: NUL byte"),
+            ("A:\n-\0\nEND\n", 1, "2:1: error: unknown", "2:2: warning: NUL byte"),
             ("A:\r\nEND\r\n", 0),
         ]:
             with self.subTest(text=text):
@@ -115,6 +116,9 @@ class Check(KdxTest):
         line = "<stdin>:2:4: error: unknown syntax: the byte 0xC3 cannot stand here; a name " \
             "consists of letters, digits, blanks, '&', '.' and '_'\n pré = 1 -\n   ^\n"
         self.expect("check --max-errors 1", text, 1, "",
+                    line + "<stdin>: note: 1 more problem not shown (--max-errors 0 shows "
+                    "all)\n")
+        self.expect("check --max-errors 1", text.replace("\n", "\r\n"), 1, "",
                     line + "<stdin>: note: 1 more problem not shown (--max-errors 0 shows "
                     "all)\n")
         self.expect("check --json --strict", "A:\n", 1, "",
@@ -239,6 +243,8 @@ class Write(KdxTest):
             ('{"/A-B:c": {}}', "/A-B:c: the type 'A-B' holds a character other than letters, "
              "digits, blanks, '&', '.' and '_'"),
             ('{"/A:c\\\\": {}}', "/A:c\\: the name 'c\\' ends in a backslash"),
+            ('{"/A:c  d": {}}', "/A:c  d: the name 'c  d' has a tab, or several blanks in a row, "
+             "inside"),
             ('{"A": {}}', 'A: this path would read back as "/A"'),
             ('{"/A:A": {}}', '/A:A: this path would read back as "/A"'),
             ('{"": {}}', '"": the empty path names no object'),
@@ -353,6 +359,10 @@ class Fmt(KdxTest):
             done = subprocess.run(["git", "apply", "-p0"], input=patch.encode(), cwd=self.folder,
                                   stderr=subprocess.PIPE) if patch else None
             self.assertEqual((self.folder / "file").read_text(), formatted, (text, patch, done))
+        (self.folder / "a b").write_text(UGLY)
+        done = subprocess.run([*KDX, "fmt", "--diff", "a b"], stdout=subprocess.PIPE,
+                              cwd=self.folder)
+        self.assertIn(b"--- a b\t\n+++ a b\t\n@@", done.stdout)
 
     def test_what_it_writes_is_formatted_and_means_the_same(self):
         source = random.Random(11)
