@@ -9,5 +9,8 @@ for preset in s390x i386 unsigned-char; do
     echo "== $preset"
     cmake --preset "$preset" >/dev/null
     cmake --build --preset "$preset" --parallel "$(nproc)"
-    ctest --preset "$preset"
+    # Under Debian 12's qemu-i386, no program comes back from starting a thread.
+    filter='*'
+    [ "$preset" != i386 ] || filter='-Threads.*'
+    GTEST_FILTER=$filter ctest --preset "$preset"
 done
