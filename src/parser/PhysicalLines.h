@@ -12,7 +12,7 @@ namespace kiv::detail {
 /// line.
 class TextLines {
 public:
-    explicit TextLines(std::string_view text) : rest(text) {}
+    explicit TextLines(const std::string& text) : rest(text) {}
 
     /// Makes `line` the next line, a view of the text.
     /// @return false when there is none.

@@ -15,7 +15,8 @@ namespace kiv::detail {
 /// before it.
 class UndecidedLine {
 public:
-    /// Adds a physical line without leading blanks, behind a blank if `spaced`.
+    /// Adds a physical line without leading blanks, behind a blank if `spaced`. It must be the end
+    /// of a std::string.
     /// @return the kind of the logical line, lineUnrecognised while it is open.
     MiniKDXParser::lineType add(std::string_view line, bool spaced) {
         return text.empty() ? addFirst(line) : addFurther(line, spaced);
