@@ -28,6 +28,7 @@ void measure(benchmark::State& state, const bench::JobType& type, const bench::C
     const bench::Counts expected = corpus.expected(type.format);
     const auto job = type.make(corpus);
     job->prepare();
+    joinFreeBlocks();
     job->run();
     if (!(job->counts() == expected)) {
         state.SkipWithError(("saw " + toText(job->counts())).c_str());

@@ -5,8 +5,9 @@
 
 set(standard "<[a-z_0-9]+>")
 set(external "<kiv/(Error|KDXExport|KDXPath|Messages|StringUtilities)\\.h>|\"external/.*\"")
-set(joining "\"parser/(LineTrimming|LogicalLine|PhysicalLines|UndecidedLine)\\.h\"")
+set(joining "\"parser/(LineShape|LineTrimming|LogicalLine|PhysicalLines|UndecidedLine)\\.h\"")
 set(walking "\"parser/(PhysicalLines|Walk)\\.h\"")
+set(sixteenBytes "<emmintrin\\.h>")
 set(anyLibrary "<.+>")
 set(support "\"support/.*\"")
 
@@ -41,7 +42,7 @@ endfunction()
 
 check_folder(include/kiv     "${standard}|${public}")
 check_folder(src/external    "${standard}|${external}")
-check_folder(src/parser      "${standard}|${external}|${parserFace}")
+check_folder(src/parser      "${standard}|${external}|${parserFace}|${sixteenBytes}")
 check_folder(src/readers     "${standard}|${external}|${readersFace}|${walking}")
 check_folder(src/writers     "${standard}|${external}|${writersFace}")
 check_folder(src/tools       "${standard}|${external}|${toolsFace}|${joining}")

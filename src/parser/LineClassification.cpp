@@ -19,17 +19,6 @@
 
 namespace kiv {
 namespace detail {
-namespace {
-
-/// Whether the text is an END, at most with a space and a comment behind it, as writers write it.
-bool isPlainEnd(std::string_view text, std::size_t nameLength) {
-    const std::string_view name = text.substr(0, nameLength);
-    if (name != "END" && name != "END ") return false;
-    return nameLength == text.size() || text[nameLength] == '#';
-}
-
-}  // namespace
-
 LineType classifyOther(std::string_view text, std::size_t nameLength) {
     if (isPlainEnd(text, nameLength)) return MiniKDXParser::lineEnd;
     // The comment begins behind the name characters at the earliest.
@@ -41,12 +30,15 @@ LineType classifyOther(std::string_view text, std::size_t nameLength) {
     return MiniKDXParser::lineUnrecognised;
 }
 
-LineType LineSplitter::splitOther(std::string_view text, std::size_t nameLength) {
+LineParts LineSplitter::splitBehindBlanks(std::string_view line) {
+    const std::string_view text = withoutLeadingBlanks(line);
+    return splitShaped(text, shapeByBytes(text));
+}
+
+LineParts LineSplitter::splitOther(std::string_view text, std::size_t nameLength) {
     const LineType kind = classifyOther(text, nameLength);
-    const bool known = kind != MiniKDXParser::lineUnrecognised;
-    firstHalf = known ? std::string_view() : trimLine(text).substr(0, nameLength);
-    secondHalf = {};
-    return kind;
+    if (kind != MiniKDXParser::lineUnrecognised) return {kind, {}, {}};
+    return {kind, trimLine(text).substr(0, nameLength), {}};
 }
 
 }  // namespace detail
@@ -54,12 +46,12 @@ LineType LineSplitter::splitOther(std::string_view text, std::size_t nameLength)
 MiniKDXParser::lineType MiniKDXParser::determineLineType(const std::string& line,
                                                          std::string& first, std::string& second) {
     detail::LineSplitter splitter;
-    const lineType kind = splitter.split(line);
+    const detail::LineParts parts = splitter.split(line, line.size());
     // The halves are views of the line, which the caller may use as one of the outputs.
-    std::string secondHalf(splitter.second());
-    first = std::string(splitter.first());
+    std::string secondHalf(parts.second);
+    first = std::string(parts.first);
     second = std::move(secondHalf);
-    return kind;
+    return parts.kind;
 }
 
 MiniKDXParser::lineType MiniKDXParser::determineLineType(const std::string& line) {

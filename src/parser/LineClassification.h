@@ -8,6 +8,7 @@
 
 #include "external/Blank.h"
 #include "external/Whitespace.h"
+#include "parser/LineShape.h"
 #include "parser/LineTrimming.h"
 #include "parser/NameCharacter.h"
 
@@ -19,21 +20,11 @@ namespace kiv::detail {
 
 using LineType = MiniKDXParser::lineType;
 
-/// The name characters that a text begins with.
-struct NameRun {
-    std::size_t wordLength;  // up to the first space
-    std::size_t length;
-    char stop;  // the byte behind them, which may be the one behind the text
-};
-
-/// The run at the beginning of the text.
-inline NameRun nameRun(std::string_view text) {
-    const char* end = text.data();
-    while (isWordCharacter(*end)) ++end;
-    const char* const wordEnd = end;
-    while (isNameCharacter(*end)) ++end;
-    return {static_cast<std::size_t>(wordEnd - text.data()),
-            static_cast<std::size_t>(end - text.data()), *end};
+/// Whether the text is an END, at most with a space and a comment behind it, as writers write it.
+inline bool isPlainEnd(std::string_view text, std::size_t nameLength) {
+    if (nameLength != text.size() && text[nameLength] != '#') return false;
+    const std::string_view name = text.substr(0, nameLength);
+    return name == "END" || name == "END ";
 }
 
 /// The kind of a line, without leading blanks, that is neither an object nor a parameter and begins
@@ -52,38 +43,57 @@ inline LineType classifyText(std::string_view text, std::size_t nameLength = 0) 
     return classifyOther(text, static_cast<std::size_t>(end - text.data()));
 }
 
-/// Cuts line after line into its kind and its two halves, which are what
-/// MiniKDXParser::determineLineType() gives: views of the line, or of the splitter where a name's
+/// A line's kind and its two halves, which are what MiniKDXParser::determineLineType() gives.
+struct LineParts {
+    LineType kind;
+    std::string_view first;
+    std::string_view second;
+};
+
+/// Cuts line after line into its parts: views of the line, or of the splitter where a name's
 /// whitespace had to be simplified.
 class LineSplitter {
 public:
+    /// From the line's first byte on, `readable` bytes may be read.
     // Taken into the walk over the lines, where a call would be a fiftieth of its instructions.
-    [[gnu::always_inline]] LineType split(std::string_view line) {
-        const std::string_view text = withoutIndentation(line);
-        const NameRun run = nameRun(text);
-        if (run.stop != '=' && run.stop != ':') return splitOther(text, run.length);
-        firstHalf = nameOf(text, run);
-        secondHalf = withoutOuterBlanks(withoutComment(text.substr(run.length + 1), 0));
-        if (run.stop == '=') return MiniKDXParser::lineParameter;
-        secondHalf = simplified(secondHalf, simplifiedSecond);
-        return MiniKDXParser::lineObject;
+    [[gnu::always_inline]] LineParts split(std::string_view line, std::size_t readable) {
+        const LineShape shape = shapeOf(line, readable);
+        if (isBlank(line.data()[shape.spaces])) return splitBehindBlanks(line);
+        return splitShaped(line, shape);
     }
-
-    std::string_view first() const { return firstHalf; }
-    std::string_view second() const { return secondHalf; }
 
 private:
-    /// The run without blanks that carry no meaning.
-    std::string_view nameOf(std::string_view text, const NameRun& run) {
-        // One word, and a space behind it if any, is what most lines begin with.
-        if (run.length - run.wordLength <= 1) return text.substr(0, run.wordLength);
-        return simplified(withoutTrailingBlanks(text.substr(0, run.length)), simplifiedFirst);
+    [[gnu::always_inline]] LineParts splitShaped(std::string_view line, const LineShape& shape) {
+        const char stop = line.data()[shape.nameEnd];
+        if (stop != '=' && stop != ':') {
+            const std::string_view text = line.substr(shape.spaces);
+            const std::size_t nameLength = shape.nameEnd - shape.spaces;
+            if (isPlainEnd(text, nameLength)) return {MiniKDXParser::lineEnd, {}, {}};
+            return splitOther(text, nameLength);
+        }
+        const std::string_view first = nameOf(line, shape);
+        const std::string_view second =
+            withoutOuterBlanks(withoutComment(line, shape.hash).substr(shape.nameEnd + 1));
+        if (stop == '=') return {MiniKDXParser::lineParameter, first, second};
+        return {MiniKDXParser::lineObject, first, simplified(second, simplifiedSecond)};
     }
 
-    LineType splitOther(std::string_view text, std::size_t nameLength);
+    /// The run without blanks that carry no meaning.
+    std::string_view nameOf(std::string_view line, const LineShape& shape) {
+        const auto upTo = [&](std::size_t end) {
+            return line.substr(shape.spaces, end - shape.spaces);
+        };
+        // One word, and a space behind it if any, is what most lines begin with.
+        if (shape.nameEnd - shape.wordEnd <= 1) return upTo(shape.wordEnd);
+        return simplified(withoutTrailingBlanks(upTo(shape.nameEnd)), simplifiedFirst);
+    }
 
-    std::string_view firstHalf;
-    std::string_view secondHalf;
+    /// The same as split(), for a line that begins with other blanks than spaces.
+    LineParts splitBehindBlanks(std::string_view line);
+
+    /// The same for what is neither an object nor a parameter.
+    static LineParts splitOther(std::string_view text, std::size_t nameLength);
+
     std::string simplifiedFirst;
     std::string simplifiedSecond;
 };

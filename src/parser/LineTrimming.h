@@ -10,9 +10,8 @@
 
 namespace kiv::detail {
 
-/// The part of the text that is no comment. The comment does not begin before `searchFrom`.
-inline std::string_view withoutComment(std::string_view text, std::size_t searchFrom) {
-    const std::size_t hash = text.find('#', searchFrom);
+/// The part of the text that is no comment, where its first '#' is at `hash`, npos for none.
+inline std::string_view withoutComment(std::string_view text, std::size_t hash) {
     if (hash == std::string_view::npos) return text;
     if (hash > 0 && text[hash - 1] == '\\') return text;
     return text.substr(0, hash);
@@ -26,7 +25,7 @@ inline std::string_view withoutComment(std::string_view text, std::size_t search
 inline std::string_view trimLine(std::string_view line, std::size_t nameLength = 0) {
     const std::string_view text = withoutLeadingBlanks(line);
     if (text.empty() || text.front() == '!') return text;
-    return withoutTrailingBlanks(withoutComment(text, nameLength));
+    return withoutTrailingBlanks(withoutComment(text, text.find('#', nameLength)));
 }
 
 /// The line without outer blanks and, unless it begins with '!' or '$', without the first '#' and

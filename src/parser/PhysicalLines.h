@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "parser/LineShape.h"
+
 namespace kiv::detail {
 
 /// The physical lines of a text, ended by line feeds. A line feed at the very end starts no further
@@ -18,9 +20,14 @@ public:
     /// @return false when there is none.
     bool next(std::string_view& line) {
         if (rest.empty()) return false;
-        line = rest.substr(0, rest.find('\n'));
+        line = rest.substr(0, findLineFeed(rest));
         rest.remove_prefix(std::min(line.size() + 1, rest.size()));
         return true;
+    }
+
+    /// How many bytes may be read from the beginning of the line read last.
+    std::size_t readable(std::string_view line) const {
+        return static_cast<std::size_t>(rest.data() + rest.size() - line.data());
     }
 
     /// The same; the lines must be asked for in their order.
@@ -42,6 +49,8 @@ public:
         line = lines[index];
         return true;
     }
+
+    static std::size_t readable(std::string_view line) { return line.size(); }
 
 private:
     const std::vector<std::string>& lines;

@@ -21,7 +21,8 @@ bool isNothingOrComment(std::string_view line) {
 
 }  // namespace
 
-MiniKDXParser::lineType UndecidedLine::addFurther(std::string_view line, bool spaced) {
+MiniKDXParser::lineType UndecidedLine::add(std::string_view line, bool spaced) {
+    if (text.empty()) return begin(line, 0, line.find('\\') != std::string_view::npos);
     const std::size_t lengthBefore = text.size();
     const bool canDecide = nameLength == lengthBefore ||
                            (isNothingOrComment(line) && withoutTrailingBlanks(text) == "END");

@@ -15,12 +15,21 @@ namespace kiv::detail {
 /// before it.
 class UndecidedLine {
 public:
-    /// Adds a physical line without leading blanks, behind a blank if `spaced`. It must be the end
-    /// of a std::string.
+    // Every physical line is without leading blanks, and the end of a std::string.
+
+    /// Begins with a physical line, of which the first `knownLength` bytes are name characters.
     /// @return the kind of the logical line, lineUnrecognised while it is open.
-    MiniKDXParser::lineType add(std::string_view line, bool spaced) {
-        return text.empty() ? addFirst(line) : addFurther(line, spaced);
+    MiniKDXParser::lineType begin(std::string_view line, std::size_t knownLength,
+                                  bool hasBackslash) {
+        const auto kind = classifyText(line, knownLength);
+        continued = hasBackslash;
+        if (continued) keepContinued(line, kind);  // hardly ever
+        return kind;
     }
+
+    /// Continues with a physical line, behind a blank if `spaced`.
+    /// @return the kind of the logical line, lineUnrecognised while it is open.
+    MiniKDXParser::lineType add(std::string_view line, bool spaced);
 
     /// Whether the physical line added last ends in a backslash.
     bool isContinued() const { return continued; }
@@ -32,15 +41,7 @@ public:
     }
 
 private:
-    MiniKDXParser::lineType addFirst(std::string_view line) {
-        const auto kind = classifyText(line);
-        continued = line.find('\\') != std::string_view::npos;
-        if (continued) keepContinued(line, kind);  // hardly ever
-        return kind;
-    }
-
     void keepContinued(std::string_view line, MiniKDXParser::lineType kind);
-    MiniKDXParser::lineType addFurther(std::string_view line, bool spaced);
     void dropFinalBackslash();
 
     std::string text;

@@ -39,14 +39,15 @@ void walk(Lines lines, Sink& sink, std::size_t& lineNumber) {
     };
     std::string_view line;
     for (lineNumber = 0; lines.read(lineNumber, line); ++lineNumber) {
-        if (mayBeContinued(line)) line = logicalLine.join(firstPhysicalLine(line), next);
-        switch (splitter.split(line)) {
-            case MiniKDXParser::lineObject:
-                sink.newObject(splitter.first(), splitter.second());
-                break;
-            case MiniKDXParser::lineParameter:
-                sink.newParameter(splitter.first(), splitter.second());
-                break;
+        std::size_t readable = lines.readable(line);
+        if (mayBeContinued(line)) {
+            line = logicalLine.join(firstPhysicalLine(line), next);
+            readable = line.size();
+        }
+        const LineParts parts = splitter.split(line, readable);
+        switch (parts.kind) {
+            case MiniKDXParser::lineObject: sink.newObject(parts.first, parts.second); break;
+            case MiniKDXParser::lineParameter: sink.newParameter(parts.first, parts.second); break;
             case MiniKDXParser::lineEnd: sink.endObject(); break;
             case MiniKDXParser::lineAction: sink.newAction(line); break;
             case MiniKDXParser::lineVerbatim:

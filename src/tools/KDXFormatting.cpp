@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "external/Blank.h"
+#include "parser/LineShape.h"
 #include "parser/LineTrimming.h"
 #include "parser/LogicalLine.h"
 #include "parser/UndecidedLine.h"
@@ -22,10 +23,11 @@ public:
 
     void add(std::string_view line) {
         current = line;
-        spaces = detail::leadingSpaces(line);
+        const detail::LineShape shape = detail::shapeOf(line, line.size());
+        spaces = shape.spaces;
         const std::string_view stripped = detail::withoutLeadingBlanks(line.substr(spaces));
         if (continuing) return addContinuation(stripped, stripped.size() < line.size());
-        kind = logicalLine.add(stripped, false);
+        kind = logicalLine.begin(stripped, shape.nameEnd - spaces, shape.hasBackslash);
         addToOpen(stripped, false);
         continuing = logicalLine.isContinued();
     }
