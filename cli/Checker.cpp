@@ -181,7 +181,8 @@ private:
 
         const Piece& last = lines.pieces().back();
         const std::string_view line = last.lineText;
-        if (line.size() > 1 && line.substr(line.size() - 2) == "\\\r")
+        if (line.size() > 1 && line.substr(line.size() - 2) == "\\\r" &&
+            findComment(lines.text()) == std::string_view::npos)
             warn("backslash-return", {last.line, line.size() - 1, line},
                  "a backslash in front of a carriage return continues nothing: end the line with "
                  "a line feed alone");

@@ -110,6 +110,10 @@ std::string shown(std::string_view text) {
     return printable(text.substr(0, characterBegin(text, kShownLength - 3))) + "...";
 }
 
+std::string shownName(std::string_view name) {
+    return name.empty() ? "\"\"" : shown(name);
+}
+
 std::string describedByte(char c) {
     if (c == '\t') return "a tab";
     if (c >= ' ' && c <= '~') return {'\'', c, '\''};

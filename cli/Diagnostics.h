@@ -36,6 +36,9 @@ void appendTrouble(std::string& out, std::string_view file, std::string_view tex
 /// cut.
 std::string shown(std::string_view text);
 
+/// The same for a name, which may be empty.
+std::string shownName(std::string_view name);
+
 /// "'c'", "a tab", "the byte 0xC3".
 std::string describedByte(char c);
 

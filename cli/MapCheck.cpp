@@ -63,10 +63,6 @@ std::string reasonAgainst(const std::string& pathText) {
     return pathText.empty() ? "the empty path names no object" : std::string();
 }
 
-std::string named(const std::string& text) {
-    return text.empty() ? "\"\"" : shown(text);
-}
-
 void add(Findings& findings, const std::string& where, const std::string& reason) {
     if (!reason.empty()) findings.add({Severity::error, "not-carried", {}, where + ": " + reason});
 }
@@ -75,9 +71,9 @@ void add(Findings& findings, const std::string& where, const std::string& reason
 
 void checkMap(const kiv::StringMapMap& map, Findings& findings) {
     for (const auto& [path, parameters] : map) {
-        add(findings, named(path), reasonAgainst(path));
+        add(findings, shownName(path), reasonAgainst(path));
         for (const auto& [name, value] : parameters)
-            add(findings, named(path) + ", " + named(name), reasonAgainst(name, value));
+            add(findings, shownName(path) + ", " + shownName(name), reasonAgainst(name, value));
     }
 }
 

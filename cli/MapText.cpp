@@ -19,7 +19,9 @@ public:
 
     bool null() override { return fail("null is no value of a parameter"); }
     bool boolean(bool value) override { return addValue(value ? "true" : "false"); }
-    bool number_integer(number_integer_t value) override { return addValue(std::to_string(value)); }
+    bool number_integer(number_integer_t value) override {
+        return addValue(value == 0 ? "-0" : std::to_string(value));  // 0 itself comes unsigned
+    }
     bool number_unsigned(number_unsigned_t value) override {
         return addValue(std::to_string(value));
     }
@@ -55,10 +57,13 @@ public:
                fail("the parameter stands here twice");
     }
 
-    bool parse_error(std::size_t /*offset*/, const std::string& /*token*/,
+    bool parse_error(std::size_t /*offset*/, const std::string& token,
                      const Json::exception& error) override {
-        const std::string_view what = error.what();
-        throw Trouble("is no JSON: " + std::string(what.substr(what.find("] ") + 2)));
+        std::string what = error.what();
+        what.erase(0, what.find("] ") + 2);
+        const std::size_t quoted = what.find(token);  // whole, however long it is
+        if (quoted != std::string::npos) what.replace(quoted, token.size(), shown(token));
+        throw Trouble("is no JSON: " + what);
     }
 
 private:

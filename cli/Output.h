@@ -17,6 +17,7 @@ void finishOutput();
 /// Writes to the standard error stream, where a failure cannot be reported.
 void writeError(std::string_view text);
 
+bool inputIsTerminal();
 bool outputIsTerminal();
 bool errorIsTerminal();
 

@@ -24,6 +24,10 @@ void prepareStreams() {
     occupyClosedStreams();
 }
 
+bool inputIsTerminal() {
+    return isatty(STDIN_FILENO) == 1;
+}
+
 bool outputIsTerminal() {
     return isatty(STDOUT_FILENO) == 1;
 }

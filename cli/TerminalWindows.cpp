@@ -11,6 +11,10 @@ void prepareStreams() {
     for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
 }
 
+bool inputIsTerminal() {
+    return _isatty(_fileno(stdin)) != 0;
+}
+
 bool outputIsTerminal() {
     return _isatty(_fileno(stdout)) != 0;
 }

@@ -108,11 +108,17 @@ private:
     std::vector<std::thread> threads;
 };
 
+/// Whether somebody types what is read, and would type over what is written.
+bool isTyped(const std::vector<std::string>& files) {
+    return inputIsTerminal() &&
+           std::find(files.begin(), files.end(), kStandardInput) != files.end();
+}
+
 /// A line on the terminal, if there is one, that says how far the work is.
 class Progress {
 public:
     explicit Progress(const std::vector<std::string>& allFiles) : files(allFiles) {
-        if (errorIsTerminal()) thread = std::thread([this] { run(); });
+        if (errorIsTerminal() && !isTyped(files)) thread = std::thread([this] { run(); });
     }
 
     ~Progress() {

@@ -64,8 +64,8 @@ Outcome findIn(const std::string& file, const Options& options, const Settings& 
     outcome.results = search(parser, options, settings.json);
     if (!outcome.results.empty()) return outcome;
     appendTrouble(outcome.diagnostics, displayName(file),
-                  options.byName ? "has no object with the name " + shown(options.name)
-                                 : "has no object of type " + shown(options.type),
+                  options.byName ? "has no object with the name " + shownName(options.name)
+                                 : "has no object of type " + shownName(options.type),
                   settings);
     outcome.status = Status::findings;
     return outcome;

@@ -65,7 +65,7 @@ Outcome getFrom(const std::string& file, const Options& options, const Settings&
     }
     const auto parameter = object->second.find(options.name);
     if (parameter == object->second.end())
-        return notThere(*source, "parameter " + shown(options.name) + " in " + shown(key),
+        return notThere(*source, "parameter " + shownName(options.name) + " in " + shown(key),
                         settings);
     outcome.results = textOf(parameter->second, settings.json);
     return outcome;
