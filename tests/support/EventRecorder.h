@@ -4,6 +4,9 @@
 
 #include <functional>
 #include <string>
+#include <vector>
+
+#include "support/Failure.h"
 
 /// Writes what a parser reports as text, one line an event: "0 newObject Sample|s1\n".
 class EventRecorder : public kiv::MiniKDXParser {
@@ -23,6 +26,9 @@ public:
         return text;
     }
 
+    /// Where the parser stands: the line, and the open objects.
+    std::string state() const { return std::to_string(getLineNumber()) + ' ' + openObjects(); }
+
 private:
     void newObject(const std::string& type, const std::string& name) override {
         record("newObject " + type + '|' + name);
@@ -38,3 +44,10 @@ private:
         reaction(*this);
     }
 };
+
+/// The events of the lines, and behind them the message of what ends the walk early.
+inline std::string eventsOf(const std::vector<std::string>& lines) {
+    EventRecorder recorder(lines);
+    const std::string message = messageOf([&] { recorder.parse(); });
+    return recorder.events + message;
+}

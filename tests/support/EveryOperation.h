@@ -28,23 +28,19 @@ inline const std::string kDocument =
     "  Z nested object that is not in order: with a name of its own\n    x = 1\n  END\n"
     "END # A long type of an object\nA long type of an object: left open at the end\n";
 inline const std::vector<std::string> kLines = linesOf(kDocument);
+inline const std::vector<std::string> kBroken = linesOf(kDocument + "a line that is no KDX at all");
 inline const std::string kPath = "/A long type of an object:and a long name/Z nested object:b/c";
 
-inline std::string walk(std::vector<std::string> lines) {
-    lines.emplace_back("a line that is no line of this language, and no other");
-    const EventRecorder recorder(lines);
+inline std::string walk() {
+    const EventRecorder recorder(kBroken);
     EventRecorder copy;
     copy = recorder;
-    try {
-        copy.parse();
-    } catch (const kiv::data::invalid& error) {
-        copy.events += error.message();
-    }
-    return copy.events;
+    const std::string message = messageOf([&] { copy.parse(); });
+    return copy.events + message;
 }
 
-inline std::string search(const kiv::ObjectKDXParser& start) {
-    kiv::ObjectKDXParser parser(start);
+inline std::string search() {
+    kiv::ObjectKDXParser parser(kLines);
     parser.parseForObject("and a long name for the same object", -1);
     parser.parseForObjectsByType("Z nested object that is not in order", 0,
                                  "A long type of an object");
@@ -70,16 +66,12 @@ inline std::string build() {
     builder.addParam(kPath, 1234.5, kPath);
     kiv::CleanKDXParamString value(kPath);
     builder.addParam(kPath, value = kiv::CleanKDXParamString(kPath + "\\\\"));
-    try {
-        builder.addAction(kPath);
-    } catch (const kiv::internal::error& error) {
-        builder.addParam("refused", error.message());
-    }
+    builder.addParam("refused", failureOf<kiv::internal::error>([&] { builder.addAction(kPath); }));
     builder.popAll();
     return builder.getKDX();
 }
 
-inline std::string runs() {
+inline std::string extract() {
     std::string text;
     for (const auto& [kind, run] :
          kiv::ExtractActionOrStateFromKDX::extractActionOrStateFromKDX(kDocument))
@@ -87,24 +79,18 @@ inline std::string runs() {
     return text;
 }
 
-struct Operation {
-    const char* name;
-    std::string (*run)();
-};
-inline const std::vector<Operation> kOperations = {
-    {"walk", [] { return walk(kLines); }},
-    {"search", [] { return search(kiv::ObjectKDXParser(kLines)); }},
-    {"read and write", readAndWrite},
-    {"build", build},
-    {"extract", runs},
-    {"indent", [] { return joined(kiv::KDXFormatting::indentKDX(kLines)); }},
-    {"remove a comment", [] { return kiv::KDXFormatting::removeComment(kLines[1]); }},
-    {"replace", [] { return kiv::StringUtilities::replaceSubstring(kPath, "o", kPath); }},
-    {"simplify", [] { return kiv::StringUtilities::simplifyWhitespace(kDocument); }},
-    {"path", [] { return kiv::KDXPath(kPath).getSubPath(1, 2); }},
-    {"order", [] { return std::to_string(kiv::KDXPath(kPath) < kiv::KDXPath("/A")); }},
-    {"message", [] { return std::string(kiv::UserMsg("%1 " + kPath, nullptr).arg(kPath)); }},
-    {"number", [] { return std::string(kiv::SystemMsg(kPath + "%1").arg(-1234567)); }},
-};
+inline std::string strings() {
+    const kiv::KDXPath path(kPath);
+    return joined(kiv::KDXFormatting::indentKDX(kLines)) +
+           kiv::KDXFormatting::removeComment(kLines[1]) +
+           kiv::StringUtilities::replaceSubstring(kPath, "o", kPath) +
+           kiv::StringUtilities::simplifyWhitespace(kDocument) + path.getSubPath(1, 2) +
+           std::to_string(path < kiv::KDXPath("/A")) +
+           std::string(kiv::UserMsg("%1 " + kPath, nullptr).arg(kPath)) +
+           std::string(kiv::SystemMsg(kPath + "%1").arg(-1234567));
+}
+
+inline const std::vector<std::string (*)()> kOperations = {walk,  search,  readAndWrite,
+                                                           build, extract, strings};
 
 }  // namespace everyOperation

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <kiv/Error.h>
+#include <kiv/KDXToStringMapMap.h>
 
 #include <string>
 #include <typeinfo>
@@ -17,4 +18,17 @@ std::string failureOf(Call call) {
                std::to_string(error.type()) + "): " + error.message();
     }
     return "nothing";
+}
+
+/// The message of what `call` throws because of the text that it reads; empty when it accepts it.
+template <typename Call>
+std::string messageOf(Call call) {
+    try {
+        call();
+    } catch (const kiv::data::invalid& error) {
+        return error.message();
+    } catch (const kiv::KDXToStringMapMap::Except& exception) {
+        return exception.message();
+    }
+    return "";
 }

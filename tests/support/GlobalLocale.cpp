@@ -14,7 +14,6 @@ class HostileNumbers : public std::numpunct<char> {
     char do_decimal_point() const override { return ';'; }
     char do_thousands_sep() const override { return '#'; }
     std::string do_grouping() const override { return "\1"; }
-    std::string do_truename() const override { return "0"; }
 };
 
 class GlobalLocale : public testing::Environment {

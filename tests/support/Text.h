@@ -14,31 +14,29 @@ struct Case {
     const char *input, *result;
 };
 
-/// The bytes of a file in tests/data.
-inline std::string readData(const std::string& name) {
-    std::ifstream file(KIV_TEST_DATA + name, std::ios::binary);
-    if (!file) ADD_FAILURE() << "cannot read " << name;
+/// The bytes of a file.
+inline std::string readFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) ADD_FAILURE() << "cannot read " << path;
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// The bytes of a file in tests/data.
+inline std::string readData(const std::string& name) {
+    return readFile(KIV_TEST_DATA + name);
+}
+
 /// The text cut at its line feeds, by means that are not the library's.
-inline std::vector<std::string> linesOf(const std::string& text) {
+inline std::vector<std::string> linesOf(const std::string& text, char lineFeed = '\n') {
     std::istringstream stream(text);
     std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    for (std::string line; std::getline(stream, line, lineFeed);) lines.push_back(line);
     return lines;
 }
 
 /// Lists of lines written as one text in a table: "first|second".
 inline std::vector<std::string> lines(const std::string& text) {
-    std::vector<std::string> list(1);
-    for (const char c : text) {
-        if (c == '|')
-            list.emplace_back();
-        else
-            list.back() += c;
-    }
-    return list;
+    return linesOf(text, '|');
 }
 
 inline std::string joined(const std::vector<std::string>& list) {
@@ -53,11 +51,8 @@ inline std::string dump(const kiv::StringMapMap& map) {
     std::string text;
     for (const auto& [path, parameters] : map) {
         text += path + " {";
-        const char* separator = "";
-        for (const auto& [name, value] : parameters) {
-            text.append(separator).append(name).append("=").append(value);
-            separator = ", ";
-        }
+        for (const auto& [name, value] : parameters)
+            text.append(text.back() == '{' ? "" : ", ").append(name + '=' + value);
         text += "}\n";
     }
     return text;

@@ -24,7 +24,6 @@ const std::vector<Case> kRows = {
     {"x\n# > c\n\ny\n", "State\nx\ny\n"},
     {"  > a # c \r\n", "Action\n> a\n"},
     {" ! a # b \n$ a # b \n- odd", "State\n! a # b \n$ a\n- odd\n"},
-    {"x = a\\#b # c \n", "State\nx = a\\#b # c\n"},
     {">a\\\n  b \\\nc # d\nx", "Action\n>ab c\nState\nx\n"},
     {"\\\n  >a\nx", "Action\n>a\nState\nx\n"},
     {"x \\\n\n>a", "State\nx\nAction\n>a\n"},
@@ -42,8 +41,5 @@ const std::vector<Case> kRows = {
 
 TEST(Extraction, dividesADocument) {
     EXPECT_EQ(runsOf(readData("runs.kdx")), readData("runs.txt"));
-}
-
-TEST(Extraction, trimsJoinsAndGroups) {
     for (const auto& [text, runs] : kRows) EXPECT_EQ(runsOf(text), runs) << text;
 }

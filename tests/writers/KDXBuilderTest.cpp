@@ -3,6 +3,7 @@
 
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/Failure.h"
@@ -30,26 +31,21 @@ void openOwnText(KDXBuilder& builder) {
 }
 
 struct Row {
-    std::string text;
+    const char* text;
     void (*call)(KDXBuilder&);
 };
 const std::vector<Row> kCalls = {
-    {"", [](auto& b) { b.popAll(); }},
     {"T: n\nEND\n", [](auto& b) { b.pushObject("T", "n"); }},
     {"T: \nEND\n", [](auto& b) { b.pushObject("T", ""); }},
     {"T:\nEND\n", [](auto& b) { b.pushObject("T"); }},
     {"&replace T:\nEND\n", [](auto& b) { b.pushReplacedObject("T"); }},
-    {"N = \n", [](auto& b) { b.addParam("N", List{}); }},
     {"N = a, , #\\\n", [](auto& b) { b.addParam("N", kList); }},
     {" a-b  =  c # d \n", [](auto& b) { b.addParam(" a-b ", " c # d "); }},
     {">Go \n", [](auto& b) { b.addAction("  >Go  "); }},
-    {">Go \n", [](auto& b) { b.addAction("Go", ""); }},
     {">Go now \n", [](auto& b) { b.addAction("Go", "now "); }},
-    {">Go \n", [](auto& b) { b.addAction("Go", List{}); }},
     {">  Go a,,#\\\n", [](auto& b) { b.addAction(">  Go", kList); }},
     {">> \n", [](auto& b) { b.addAction(ActionBuilder("> ")); }},
     {"> \n", [](auto& b) { b.addAction(">"); }},
-    {"", [](auto& b) { b.pushRoot(""); }},
     {"A: b:c\n  T:\n  END\nEND\n", [](auto& b) { b.pushRoot("/A:b:c/T:T"); }},
     {"A:\n  B: x\n  END\nEND\n", [](auto& b) { b.pushRoot("/A"), b.pushRoot("/B:x"); }},
     // the builder's own text as an argument
@@ -59,23 +55,18 @@ const std::vector<Row> kCalls = {
 };
 
 const std::string kLevel =
-    "addAction (4): Cannot add an action unless at root level. Current level = ";
-const std::string kEmpty = "addActionCommon (4): Internal error - empty action name.";
+    "KDXBuilder::addAction (4): Cannot add an action unless at root level. Current level = ";
+const std::string kEmpty = "KDXBuilder::addActionCommon (4): Internal error - empty action name.";
 const std::string kNesting = " (4): Internal error in specifying object nesting.";
-const std::vector<Row> kFailuresInObject = {
-    {kLevel + "1", [](auto& b) { b.addAction("Go"); }},
-    {kLevel + "1", [](auto& b) { b.addAction(""); }},
-    {kLevel + "1", [](auto& b) { b.addAction("Go", "now"); }},
-    {kLevel + "1", [](auto& b) { b.addAction("Go", kList); }},
-    {kLevel + "1", [](auto& b) { b.addAction(ActionBuilder("Go")); }},
-    {"getKDX" + kNesting + " Objects remain open.", [](auto& b) { b.getKDX(); }},
-};
-const std::vector<Row> kFailures = {
-    {kEmpty, [](auto& b) { b.addAction(" \t"); }},
-    {kEmpty, [](auto& b) { b.addAction("", "now"); }},
-    {kEmpty, [](auto& b) { b.addAction("\n", kList); }},
-    {"popObject" + kNesting, [](auto& b) { b.popObject(); }},
-};
+
+/// What the call throws inside the objects of `root`, having seen that it changes nothing.
+std::string refusalOf(void (*call)(KDXBuilder&), const std::string& root = "") {
+    KDXBuilder builder(root);
+    const std::string before = closed(builder);
+    const std::string failure = failureOf<kiv::internal::error>([&] { call(builder); });
+    EXPECT_EQ(closed(builder), before) << failure;
+    return failure;
+}
 
 }  // namespace
 
@@ -96,50 +87,44 @@ TEST(KDXBuilder, buildsADocument) {
 }
 
 TEST(KDXBuilder, writesWhatEachCallSays) {
-    for (const Row& row : kCalls) {
+    for (const auto& [text, call] : kCalls) {
         KDXBuilder builder;
-        row.call(builder);
-        EXPECT_EQ(closed(builder), row.text);
+        call(builder);
+        EXPECT_EQ(closed(builder), text);
     }
 }
 
 TEST(KDXBuilder, writesNumbersAlikeInEveryLocale) {
-    struct Number {
-        double value;
-        const char *unit, *text;
-    };
-    for (const auto& [value, unit, text] :
-         {Number{100.0, " \t", "100"}, Number{0.0001, "", "0.0001"}, Number{0.00001, "", "1e-05"},
-          Number{1234567.0, "", "1.23457e+06"}, Number{0.1, "", "0.1"},
-          Number{123456.0, "", "123456"}, Number{999999.5, "", "1e+06"}, Number{-0.0, "", "-0"},
-          Number{std::numeric_limits<double>::max(), "", "1.79769e+308"},
-          Number{5e-324, "", "4.94066e-324"}, Number{1.0, " mm ", "1 [mm]"},
-          Number{1.0, "[mm", "1 [mm]"}, Number{1.0, "mm]", "1 [mm]"}, Number{1.0, "[", "1 []"},
-          Number{1.0, "]", "1 []"}}) {
+    const auto textOf = [](auto... value) {
         KDXBuilder builder;
-        builder.addParam("x", value, unit);
-        EXPECT_EQ(builder.getKDX(), "x = " + std::string(text) + "\n");
-    }
-    KDXBuilder builder;
-    builder.addParam("x", 2.5);
-    for (const int value : {1234567, std::numeric_limits<int>::min()}) builder.addParam("x", value);
-    EXPECT_EQ(builder.getKDX(), "x = 2.5\nx = 1234567\nx = -2147483648\n");
-    for (int i = 0; i < 1234; ++i) builder.pushObject("T");
-    EXPECT_EQ(failureOf<kiv::internal::error>([&] { builder.addAction("Go"); }),
-              "KDXBuilder::" + kLevel + "1234");
+        builder.addParam("x", value...);
+        return builder.getKDX().substr(4);
+    };
+    EXPECT_EQ(textOf(1234567), "1234567\n");
+    EXPECT_EQ(textOf(std::numeric_limits<int>::min()), "-2147483648\n");
+    EXPECT_EQ(textOf(2.5), "2.5\n");
+    for (const auto& [value, text] :
+         {std::pair(100.0, "100"), std::pair(0.0001, "0.0001"), std::pair(0.00001, "1e-05"),
+          std::pair(1234567.0, "1.23457e+06"), std::pair(123456.0, "123456"),
+          std::pair(999999.5, "1e+06"), std::pair(-0.0, "-0"),
+          std::pair(std::numeric_limits<double>::max(), "1.79769e+308"),
+          std::pair(5e-324, "4.94066e-324")})
+        EXPECT_EQ(textOf(value, " \t"), std::string(text) + "\n");
+    for (const char* unit : {" mm ", "[mm", "mm]"}) EXPECT_EQ(textOf(1.0, unit), "1 [mm]\n");
+    for (const char* unit : {"[", "]"}) EXPECT_EQ(textOf(1.0, unit), "1 []\n");
 }
 
 TEST(KDXBuilder, failsWithoutAChange) {
-    for (const bool inObject : {false, true})
-        for (const auto& [failure, call] : inObject ? kFailuresInObject : kFailures) {
-            KDXBuilder builder;
-            builder.addParam("x", 1);
-            if (inObject) builder.pushObject("T");
-            EXPECT_EQ(failureOf<kiv::internal::error>([&, call = call] { call(builder); }),
-                      "KDXBuilder::" + failure);
-            builder.addParam("y", 2);
-            EXPECT_EQ(closed(builder), inObject ? "x = 1\nT:\n  y = 2\nEND\n" : "x = 1\ny = 2\n");
-        }
+    EXPECT_EQ(refusalOf([](auto& b) { b.addAction(" \t"); }), kEmpty);
+    EXPECT_EQ(refusalOf([](auto& b) { b.addAction("\n", kList); }), kEmpty);
+    EXPECT_EQ(refusalOf([](auto& b) { b.popObject(); }), "KDXBuilder::popObject" + kNesting);
+    EXPECT_EQ(refusalOf([](auto& b) { b.getKDX(); }, "/A"),
+              "KDXBuilder::getKDX" + kNesting + " Objects remain open.");
+    EXPECT_EQ(refusalOf([](auto& b) { b.addAction(""); }, "/A"), kLevel + "1");
+    EXPECT_EQ(refusalOf([](auto& b) { b.addAction("Go", kList); }, "/A/B"), kLevel + "2");
+    std::string root;
+    for (int i = 0; i < 1234; ++i) root += "/A";
+    EXPECT_EQ(refusalOf([](auto& b) { b.addAction(ActionBuilder("Go")); }, root), kLevel + "1234");
 }
 
 TEST(KDXBuilder, isAValueOfWhichAMoveTakesTheTextAndNotTheLevel) {
