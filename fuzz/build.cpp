@@ -19,7 +19,9 @@ public:
         while (!input.empty()) step();
         builder.popAll();
         while (depth > 0) expectEnd();
-        requireEvents();
+        fuzz::Events walk(fuzz::Input(builder.getKDX()).lines());
+        fuzz::require(walk.read(), "a builder writes KDX");
+        fuzz::require(walk.list == expected, "calls come back as events");
     }
 
 private:
@@ -138,12 +140,6 @@ private:
     void expectEnd() {
         expect('e', "", "");
         --depth;
-    }
-
-    void requireEvents() {
-        fuzz::Events walk(fuzz::Input(builder.getKDX()).lines());
-        fuzz::require(walk.read(), "a builder writes KDX");
-        fuzz::require(walk.list == expected, "calls come back as events");
     }
 
     fuzz::Input& input;

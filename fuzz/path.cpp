@@ -6,14 +6,11 @@
 
 namespace {
 
-bool sameComponent(const kiv::KDXPath& a, const kiv::KDXPath& b, std::size_t i) {
-    return a.getType(i) == b.getType(i) && a.getName(i) == b.getName(i);
-}
-
 bool beginsWith(const kiv::KDXPath& path, const kiv::KDXPath& start) {
     if (path.numComponent() < start.numComponent()) return false;
     for (std::size_t i = 0; i < start.numComponent(); ++i)
-        if (!sameComponent(path, start, i)) return false;
+        if (path.getType(i) != start.getType(i) || path.getName(i) != start.getName(i))
+            return false;
     return true;
 }
 

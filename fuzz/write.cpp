@@ -27,19 +27,18 @@ bool hasMark(const std::string& text) {
     return text.find(kMark) != std::string::npos;
 }
 
-bool isPlain(const std::string& text) {
-    const auto plain = [](char c) { return c == '/' || c == ':' || (c >= 'a' && c <= 'z'); };
-    return std::all_of(text.begin(), text.end(), plain);
-}
-
 bool isPlain(const kiv::StringMapMap& map) {
-    return std::all_of(map.begin(), map.end(), [](const auto& object) {
-        return isPlain(object.first) &&
-               std::all_of(object.second.begin(), object.second.end(), [](const auto& parameter) {
-                   return isPlain(parameter.second) && isPlain(parameter.first) &&
-                          parameter.first.find_first_of("/:") == std::string::npos;
-               });
-    });
+    constexpr const char* letters = "abcdefghijklmnopqrstuvwxyz";
+    constexpr const char* pathText = "abcdefghijklmnopqrstuvwxyz/:";
+    constexpr std::size_t none = std::string::npos;
+    for (const auto& [path, parameters] : map) {
+        if (path.find_first_not_of(pathText) != none) return false;
+        for (const auto& [name, value] : parameters)
+            if (name.find_first_not_of(letters) != none ||
+                value.find_first_not_of(pathText) != none)
+                return false;
+    }
+    return true;
 }
 
 // Read and written once more, a map has its paths in the one form that readers give them, and an
