@@ -83,7 +83,7 @@ private:
             case MiniKDXParser::lineEnd: return checkEnd();
             case MiniKDXParser::lineVerbatim:
             case MiniKDXParser::lineBlank:
-            case MiniKDXParser::lineAction: return;
+            case MiniKDXParser::lineAction: return noteSeam();
         }
     }
 
@@ -162,16 +162,18 @@ private:
             return;
         }
         openObjects.pop_back();
-        if (openObjects.empty()) noteSeam();
+        noteSeam();
     }
 
-    /// Notes that the text can be cut behind this line, unless somebody might read it as continued.
+    /// Notes that the text can be cut behind this line, if it stands outside of all objects and
+    /// nobody might read it as continued.
     void noteSeam() {
+        if (!openObjects.empty()) return;
         const std::size_t offset = source.text().size() - lines.textBehind().size();
         const std::size_t last = report.seams.empty() ? 0 : report.seams.back();
         if (offset - last < kSeamDistance) return;
-        if (lines.pieces().back().lineText.find('\\') == std::string_view::npos)
-            report.seams.push_back(offset);
+        if (lines.pieces().size() > 1 || lines.text().find('\\') != std::string_view::npos) return;
+        report.seams.push_back(offset);
     }
 
     /// What the bytes of a line give away, whatever the line says.
