@@ -4,6 +4,7 @@
 #include <kiv/StringUtilities.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "Blank.h"
@@ -67,19 +68,40 @@ void reportLeftOut(const Source& source, const std::string& line, std::size_t in
     outcome.raise(Status::trouble);
 }
 
-/// Finds an END that a continuation cuts in two, which the indentation does not take for one.
-bool reportCutEnd(const Source& source, const Settings& settings, Outcome& outcome) {
+/// The first line that a comment swallows and that the indentation may take for an object; the end
+/// of the pieces when there is none.
+const Piece* findSwallowedObject(const LogicalLines& lines, const Piece* end) {
+    const std::size_t comment = findComment(lines.text());
+    if (comment == std::string_view::npos) return end;
+    return std::find_if(&lines.pieceAt(comment) + 1, end, [](const Piece& piece) {
+        std::string text(piece.lineText);
+        if (!text.empty() && text.back() == '\\') text.pop_back();
+        const auto type = kiv::MiniKDXParser::determineLineType(text);
+        return type == kiv::MiniKDXParser::lineObject ||
+               type == kiv::MiniKDXParser::lineUnrecognised;
+    });
+}
+
+/// Finds a line that the indentation takes for something else than the parser does, so that the
+/// depth of what it indents would have no limit.
+std::optional<Problem> findMistakable(const Source& source) {
     for (LogicalLines lines(source.text()); lines.next();) {
         if (lines.pieces().size() == 1) continue;
-        if (lines.classify() != kiv::MiniKDXParser::lineEnd) continue;
-        appendProblem(outcome.diagnostics, source.name,
-                      {Severity::error, "cut-end", lines.placeOf(0),
-                       "END is continued by another line, which cannot be laid out: join them"},
-                      settings);
-        outcome.raise(Status::trouble);
-        return true;
+        const auto type = lines.classify();
+        if (type == kiv::MiniKDXParser::lineVerbatim) continue;
+        if (type == kiv::MiniKDXParser::lineEnd)
+            return Problem{Severity::error, "cut-end", lines.placeOf(0),
+                           "END is continued by another line, which cannot be laid out: join them"};
+        const Piece* const end = lines.pieces().data() + lines.pieces().size();
+        const Piece* const swallowed = findSwallowedObject(lines, end);
+        if (swallowed != end)
+            return Problem{Severity::error,
+                           "swallowed-object",
+                           {swallowed->line, 1, swallowed->lineText},
+                           "this line continues a comment, which cannot be laid out: end the "
+                           "comment without a backslash"};
     }
-    return false;
+    return std::nullopt;
 }
 
 /// Lays out a text part by part, each of which begins outside of all objects: what is at work
@@ -134,7 +156,11 @@ private:
 
 bool formatSource(const CheckedSource& source, const Settings& settings, std::string& formatted,
                   Outcome& outcome) {
-    if (reportCutEnd(source, settings, outcome)) return false;
+    if (const std::optional<Problem> problem = findMistakable(source)) {
+        appendProblem(outcome.diagnostics, source.name, *problem, settings);
+        outcome.raise(Status::trouble);
+        return false;
+    }
     return Formatter(source, settings, formatted, outcome).run();
 }
 

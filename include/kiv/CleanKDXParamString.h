@@ -11,8 +11,8 @@ namespace kiv {
 ///
 ///     builder.addParam("Path", kiv::CleanKDXParamString("C:\\data\\"));  // Path = C:\data
 ///
-/// Only the last run of backslashes goes. Everything else stays, a blank behind a backslash too.
-/// A copy is independent; a move leaves the source empty.
+/// Only the last run of backslashes goes. Everything else stays, a backslash with blanks behind it
+/// too, which continues the line as well. A copy is independent; a move leaves the source empty.
 class KIV_KDX_EXPORT CleanKDXParamString {
 public:
     explicit CleanKDXParamString(const std::string& value);

@@ -33,7 +33,8 @@ KIV_KDX_EXPORT std::string removeComment(const std::string& line);
 /// it once more changes nothing, provided that every line of it is KDX and none was left out. The
 /// exception to the latter is an END that is itself cut in two by a continuation.
 ///
-/// Indentation grows with depth: n objects inside one another make n * n blanks.
+/// Indentation grows with depth: n objects inside one another make n * n blanks. Here, unlike for
+/// a reader, an object may also be a line that continues a comment.
 KIV_KDX_EXPORT std::vector<std::string> indentKDX(const std::vector<std::string>& lines);
 
 }  // namespace kiv::KDXFormatting

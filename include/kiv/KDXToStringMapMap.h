@@ -63,7 +63,8 @@ public:
                         const std::set<std::string>& typeFilter = noTypeFilter(),
                         bool excludeTypes = false);
 
-    /// Does what convert() does, and keeps a copy of the lines to parse() again, into the same map.
+    /// Does what convert() does, and keeps a copy of the lines to parse() again, into the same map;
+    /// an object left open, or left out, by one such walk is so in the next.
     /// `outputMap` and `typeFilter` must outlive the converter and its copies. The map may change
     /// between and during such walks, as long as the entries of open objects stay in it.
     KDXToStringMapMap(const std::string& text, StringMapMap& outputMap,

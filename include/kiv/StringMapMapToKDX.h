@@ -19,7 +19,8 @@ namespace kiv {
 /// Objects come in the order of KDXPath, an object's parameters before the objects inside it. An
 /// object that is only on the way to another one is written without parameters. Of several keys
 /// that are the same path ("/A" and "/A:A"), the first in byte order is written, the others are
-/// left out with their parameters.
+/// left out with their parameters. Every '/' of a key is a level, one in a name too, and
+/// indentation grows with depth: n levels make n * n blanks.
 ///
 /// Names and values are written as they are. What KDX cannot carry is not guarded against: a line
 /// feed, a '#' or a final backslash in a value, in a type or name a character that is no name

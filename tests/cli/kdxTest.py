@@ -328,6 +328,7 @@ class Fmt(KdxTest):
             ("A:\n  \\\nx = 1\nEND\n", "2:3: error: this line would be left out"),
             ("A\\\n\\\n: x\nEND\n", "2:1: error: this line would be left out"),
             ("A:\nEN\\\n D\nx = 1\n", "2:1: error: END is continued by another line"),
+            ("A:\nx = 1 #\\\nB:\nEND\n", "3:1: error: this line continues a comment"),
             (1001 * "A:\n", "1001:1: error: objects are nested deeper"),
         ]:
             self.write({"file": text})
