@@ -59,6 +59,12 @@ std::string textOf(kiv::KDXBuilder builder) {
     return builder.getKDX();
 }
 
+std::string textOf(kiv::ObjectKDXParser parser) {
+    std::string text = joined(parser.getCommands()) + joined(parser.getResults());
+    for (const auto& [key, lines] : parser.getTypeResults()) text += key + joined(lines);
+    return text;
+}
+
 /// Makes the call on copies of `start`, once for each allocation that it needs, which then fails:
 /// that must leak nothing, leave the state as it was, and not hinder the same call afterwards.
 template <typename State, typename Call>
@@ -102,6 +108,7 @@ const std::vector<BuilderCall> kCallsInObject = {
     [](auto& builder) { builder.addParam(kText, kText); },
     [](auto& builder) { builder.addParam(kText, List(2, kText)); },
     [](auto& builder) { builder.addParam(kText, -1234567890); },
+    [](auto& builder) { builder.addParam(kText, -1.23456e-300); },
     [](auto& builder) { builder.addParam(kText, -1.23456e-300, kText); },
 };
 const std::vector<BuilderCall> kCallsAtRoot = {
@@ -122,6 +129,30 @@ TEST(AllocationFailure, leavesBuildersUnchanged) {
     for (const auto call : kCallsInObject) sweep(call, kiv::KDXBuilder("/a/b:c/d/e/f/g/h/i"));
     for (const auto call : kCallsAtRoot) sweep(call, kiv::KDXBuilder());
     for (const auto call : kActionCalls) sweep(call, kiv::ActionBuilder("a"));
+}
+
+TEST(AllocationFailure, leavesTheSourceOfAMoveUnchanged) {
+    kiv::ObjectKDXParser source(everyOperation::kLines);
+    source.parseForObjectsByType("A long type of an object", -1, "");
+    using Parser = kiv::ObjectKDXParser;
+    sweep([](Parser& parser) { const Parser target(std::move(parser)); }, source);
+    sweep([](Parser& parser) { Parser({"x"}) = std::move(parser); }, source);
+}
+
+TEST(AllocationFailure, leavesInTheMapWhatWasRead) {
+    std::size_t read = 0;
+    for (std::size_t n = 1;; ++n, ++injectedFailures) {
+        kiv::StringMapMap map;
+        allocationsUntilFailure = n;
+        try {
+            kiv::KDXToStringMapMap::convert(everyOperation::kDocument, map);
+            if (std::exchange(allocationsUntilFailure, 0) != 0) break;
+        } catch (const std::bad_alloc&) {
+            EXPECT_GE(dump(map).size(), read) << "allocation " << n;
+        }
+        read = dump(map).size();
+    }
+    EXPECT_GT(read, 100U);
 }
 
 TEST(AllocationFailure, leaksNothingAndHindersNoLaterCall) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ActionBuilder.h>
 #include <kiv/CleanKDXParamString.h>
 #include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
@@ -13,6 +14,7 @@
 #include <kiv/StringUtilities.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/EventRecorder.h"
@@ -33,10 +35,15 @@ inline const std::string kPath = "/A long type of an object:and a long name/Z ne
 
 inline std::string walk() {
     const EventRecorder recorder(kBroken);
-    EventRecorder copy;
+    EventRecorder copy(recorder);
+    copy.setCommands(kLines);
     copy = recorder;
     const std::string message = messageOf([&] { copy.parse(); });
-    return copy.events + message;
+    std::string first;
+    std::string second;
+    const auto kind = EventRecorder::determineLineType(kLines[3], first, second);
+    return copy.events + message + first + second +
+           std::to_string(kind == EventRecorder::determineLineType(kLines[3]));
 }
 
 inline std::string search() {
@@ -44,31 +51,51 @@ inline std::string search() {
     parser.parseForObject("and a long name for the same object", -1);
     parser.parseForObjectsByType("Z nested object that is not in order", 0,
                                  "A long type of an object");
-    kiv::ObjectKDXParser copy(kLines);
+    kiv::ObjectKDXParser copy(parser);
+    copy = kiv::ObjectKDXParser(kLines);
     copy = parser;
-    std::string found = kiv::StringUtilities::vectorToOneLineString(copy.getResults());
-    for (const auto& [key, lines] : copy.getTypeResults()) found += key + lines.front();
+    kiv::ObjectKDXParser moved(std::move(copy));
+    std::string found = kiv::StringUtilities::vectorToOneLineString(moved.getResults());
+    for (const auto& [key, lines] : moved.getTypeResults()) found += key + lines.front();
     return found;
 }
 
 inline std::string readAndWrite() {
     kiv::StringMapMap map;
     kiv::KDXToStringMapMap::convert(kDocument, map, {"A long type of an object"}, false);
+    kiv::KDXToStringMapMap::convert(kLines, map);
+    const kiv::KDXToStringMapMap text(kDocument, map);
     const kiv::KDXToStringMapMap lines(kLines, map);
     const kiv::KDXToStringMapMap copy(lines);
-    std::string text;
-    kiv::StringMapMapToKDX::convert(map.begin()->first, map, text);
-    return text;
+    const kiv::KDXToStringMapMap::Except except(kPath);
+    kiv::KDXToStringMapMap::Except message(except);
+    message = except;
+    std::string written = message.message();
+    const std::string path = map.begin()->first;
+    kiv::StringMapMapToKDX::convert(map, written);
+    kiv::StringMapMapToKDX::convert(path, map, written);
+    const kiv::StringMapMapToKDX unmarked(map, written);
+    const kiv::StringMapMapToKDX marked(path, map, written);
+    return written;
 }
 
 inline std::string build() {
-    kiv::KDXBuilder builder(kPath);
-    builder.addParam(kPath, 1234.5, kPath);
-    kiv::CleanKDXParamString value(kPath);
-    builder.addParam(kPath, value = kiv::CleanKDXParamString(kPath + "\\\\"));
+    kiv::ActionBuilder action(kPath);
+    action.addParam(kPath);
+    const kiv::ActionBuilder sameAction(action);
+    kiv::KDXBuilder builder;
+    builder.addAction(sameAction);
+    builder.pushRoot(kPath);
+    builder.addParam(kPath, 1234.5);
+    const kiv::CleanKDXParamString clean(kPath + "\\\\");
+    kiv::CleanKDXParamString value(clean);
+    builder.addParam(kPath, value = clean);
     builder.addParam("refused", failureOf<kiv::internal::error>([&] { builder.addAction(kPath); }));
+    kiv::KDXBuilder copy(builder);
+    copy.popAll();
+    builder = kiv::KDXBuilder(kPath);
     builder.popAll();
-    return builder.getKDX();
+    return copy.getKDX() + builder.getKDX();
 }
 
 inline std::string extract() {
@@ -79,18 +106,31 @@ inline std::string extract() {
     return text;
 }
 
-inline std::string strings() {
-    const kiv::KDXPath path(kPath);
+inline std::string tidy() {
     return joined(kiv::KDXFormatting::indentKDX(kLines)) +
            kiv::KDXFormatting::removeComment(kLines[1]) +
            kiv::StringUtilities::replaceSubstring(kPath, "o", kPath) +
-           kiv::StringUtilities::simplifyWhitespace(kDocument) + path.getSubPath(1, 2) +
-           std::to_string(path < kiv::KDXPath("/A")) +
-           std::string(kiv::UserMsg("%1 " + kPath, nullptr).arg(kPath)) +
+           kiv::StringUtilities::simplifyWhitespace(kDocument) +
+           kiv::StringUtilities::removeWhitespace(kDocument) +
+           joined(kiv::StringUtilities::stringToVector(kDocument, '\n'));
+}
+
+inline std::string copyPathsAndMessages() {
+    const kiv::KDXPath path(kPath);
+    kiv::KDXPath copy(path);
+    copy = path;
+    const kiv::data::invalid error(kPath, kPath, kPath, kiv::errorTypeFailure);
+    kiv::data::invalid sameError(error);
+    sameError = error;
+    const kiv::UserMsg message("%1 " + kPath, nullptr);
+    kiv::UserMsg sameMessage(message);
+    sameMessage = message;
+    return copy.getSubPath(1, 2) + std::to_string(copy < kiv::KDXPath("/A")) + sameError.message() +
+           std::string(sameMessage.arg(kPath)) +
            std::string(kiv::SystemMsg(kPath + "%1").arg(-1234567));
 }
 
-inline const std::vector<std::string (*)()> kOperations = {walk,  search,  readAndWrite,
-                                                           build, extract, strings};
+inline const std::vector<std::string (*)()> kOperations = {
+    walk, search, readAndWrite, build, extract, tidy, copyPathsAndMessages};
 
 }  // namespace everyOperation
