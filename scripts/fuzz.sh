@@ -3,7 +3,8 @@
 # script, and lies in build/fuzz/findings.
 #
 #   scripts/fuzz.sh SECONDS [TARGET...]    for each target
-#   scripts/fuzz.sh minimise               keeps in fuzz/corpus what reaches something new
+#   scripts/fuzz.sh minimise               keeps in fuzz/corpus what reaches something new, and
+#                                          found-*, the inputs of faults that were mended
 set -eu
 cd "$(dirname "$0")/.."
 [ $# -gt 0 ] || { echo "usage: $0 SECONDS [TARGET...] | minimise" >&2; exit 2; }
@@ -27,7 +28,7 @@ minimise() {
     rm -f "build/fuzz/least/$1"/*
     "build/fuzz/fuzz/fuzz_$1" -merge=1 -verbosity=0 -max_len=256 "build/fuzz/least/$1" "fuzz/corpus/$1" \
         "build/fuzz/grown/$1" 2>/dev/null
-    rm -f "fuzz/corpus/$1"/*
+    find "fuzz/corpus/$1" -type f ! -name 'found-*' -delete
     cp "build/fuzz/least/$1"/* "fuzz/corpus/$1"
 }
 

@@ -25,8 +25,9 @@ measure() {
     rm -f "$log"
 }
 
+families=$("$growth" | grep -E "$pattern") || { echo "no family matches $pattern" >&2; exit 2; }
 printf '%-36s %10s %14s %14s %12s %6s\n' family size instructions 'twice' per-byte ratio
-"$growth" | grep -E "$pattern" | {
+echo "$families" | {
     status=0
     while read -r family size; do
         size=$((size / divisor))

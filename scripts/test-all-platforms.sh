@@ -10,7 +10,7 @@ for preset in s390x i386 unsigned-char; do
     cmake --preset "$preset" >/dev/null
     cmake --build --preset "$preset" --parallel "$(nproc)"
     # Under Debian 12's qemu-i386, no program comes back from starting a thread.
-    filter='*'
-    [ "$preset" != i386 ] || filter='-Threads.*'
-    GTEST_FILTER=$filter ctest --preset "$preset"
+    leftOut=none
+    [ "$preset" != i386 ] || leftOut=kivThreadTests
+    ctest --preset "$preset" --exclude-regex "$leftOut"
 done
