@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "Arguments.h"
+
 namespace kdx {
 namespace {
 
@@ -25,14 +27,32 @@ void appendOptions(std::vector<OptionOutline>& outlines, const CLI::App& command
     for (const CLI::Option* option : command.get_options()) outlines.push_back(outlineOf(*option));
 }
 
-}  // namespace
-
+/// The outline of a command, or of the program.
 CommandOutline outlineOf(const CLI::App& command) {
     CommandOutline outline{command.get_name(), command.get_description(), command.get_footer(), {}};
     appendOptions(outline.options, command);
     for (const CLI::App* group : command.get_subcommands([](const CLI::App*) { return true; }))
         if (group->get_name().empty()) appendOptions(outline.options, *group);
     return outline;
+}
+
+}  // namespace
+
+CommandOutline outlineProgram(const Program& program) {
+    return outlineOf(program.app);
+}
+
+std::vector<CommandOutline> outlineCommands(const Program& program) {
+    const auto all = [](const CLI::App*) { return true; };
+    std::vector<CommandOutline> outlines;
+    for (const CLI::App* command : program.app.get_subcommands(all))
+        if (!command->get_name().empty() && !command->get_group().empty())
+            outlines.push_back(outlineOf(*command));
+    return outlines;
+}
+
+CommandOutline outlineCommand(const Program& program, const std::string& name) {
+    return outlineOf(*program.app.get_subcommand(name));
 }
 
 std::vector<OptionOutline> optionsWith(const CommandOutline& command,
@@ -43,14 +63,6 @@ std::vector<OptionOutline> optionsWith(const CommandOutline& command,
             if (!option.isArgument && (outline == &command || option.names.back() != "--help"))
                 options.push_back(option);
     return options;
-}
-
-std::vector<CommandOutline> outlineCommands(const CLI::App& program) {
-    std::vector<CommandOutline> outlines;
-    for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; }))
-        if (!command->get_name().empty() && !command->get_group().empty())
-            outlines.push_back(outlineOf(*command));
-    return outlines;
 }
 
 }  // namespace kdx

@@ -3,11 +3,9 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace kdx {
+
+struct Program;
 
 /// What the completions and the man pages say about an option or an argument.
 struct OptionOutline {
@@ -27,14 +25,17 @@ struct CommandOutline {
     std::vector<OptionOutline> options;  ///< and arguments
 };
 
-/// The outline of a command, or of the whole program, in the order of its help.
-CommandOutline outlineOf(const CLI::App& command);
+/// The outline of the program without its commands, in the order of its help.
+CommandOutline outlineProgram(const Program& program);
+
+/// The outlines of the commands that its help shows.
+std::vector<CommandOutline> outlineCommands(const Program& program);
+
+/// The outline of one command. @throws std::exception when there is none with this name.
+CommandOutline outlineCommand(const Program& program, const std::string& name);
 
 /// The options, without arguments, that may stand behind a command: its own and the program's.
 std::vector<OptionOutline> optionsWith(const CommandOutline& command,
                                        const CommandOutline& program);
-
-/// The outlines of the commands that its help shows.
-std::vector<CommandOutline> outlineCommands(const CLI::App& program);
 
 }  // namespace kdx

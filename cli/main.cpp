@@ -42,48 +42,48 @@ std::string failureMessage(const CLI::App* app, const CLI::Error& error) {
 
 void addSettings(CLI::App& app, Settings& settings, std::string& color) {
     app.set_version_flag("--version", std::string("kdx ") + kVersion, "Print the version");
-    app.add_option("--color", color, "Colour in messages: auto, always or never")
-        ->check(CLI::IsMember({kColorAuto, kColorAlways, kColorNever}).description(""))
-        ->type_name("WHEN");
-    app.add_flag("--json", settings.json, "Print diagnostics as one JSON object a line");
-    app.add_option("-j,--jobs", settings.jobs, "Files to work on at the same time")
-        ->type_name("N")
-        ->check(CLI::Range(std::size_t{1}, kMaxJobs).description(""));
-    app.add_option("--max-depth", settings.maxDepth, "Levels that objects may be nested")
-        ->type_name("N")
-        ->check(CLI::Range(std::size_t{0}, kMaxCount).description(""))
-        ->capture_default_str();
+    Arguments arguments(app);
+    arguments.text("--color WHEN", color, "Colour in messages: auto, always or never")
+        .oneOf({kColorAuto, kColorAlways, kColorNever});
+    arguments.flag("--json", settings.json, "Print diagnostics as one JSON object a line");
+    arguments.number("-j,--jobs N", settings.jobs, 1, kMaxJobs,
+                     "Files to work on at the same time");
+    arguments
+        .number("--max-depth N", settings.maxDepth, 0, kMaxCount,
+                "Levels that objects may be nested")
+        .showDefault();
 }
 
 int runCommands(int argc, char** argv) {
     CLI::App app(kDescription, "kdx");
-    Session session;
+    Program program{app, {}, Status::fine};
+    Settings& settings = program.settings;
     std::string color = kColorAuto;
-    session.settings.jobs = std::max(1U, std::thread::hardware_concurrency());
+    settings.jobs = std::max(1U, std::thread::hardware_concurrency());
     app.require_subcommand(1);
     app.fallthrough();
     app.allow_windows_style_options(false);  // which begin with a slash, as paths of objects do
     app.footer(kFooter);
     app.failure_message(failureMessage);
     app.get_formatter()->column_width(32);
-    addSettings(app, session.settings, color);
+    addSettings(app, settings, color);
     app.parse_complete_callback([&] {
-        session.settings.outputColor = colorOn(color, outputIsTerminal());
-        session.settings.errorColor = colorOn(color, errorIsTerminal());
+        settings.outputColor = colorOn(color, outputIsTerminal());
+        settings.errorColor = colorOn(color, errorIsTerminal());
     });
     for (const auto add : {addCheck, addFmt, addMap, addWrite, addGet, addFind, addSplit, addStrip,
                            addTree, addDiff, addCompletion, addManual})
-        add(app, session);
+        add(program);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         std::ostringstream output;
         const bool failed = app.exit(error, output, std::cerr) != 0;
-        if (failed) session.status = Status::trouble;
+        if (failed) program.status = Status::trouble;
         writeOutput(output.str());
     }
     finishOutput();
-    return static_cast<int>(session.status);
+    return static_cast<int>(program.status);
 }
 
 }  // namespace

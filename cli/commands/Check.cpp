@@ -1,7 +1,3 @@
-#include <CLI/CLI.hpp>
-
-#include <memory>
-
 #include "Checker.h"
 #include "Commands.h"
 #include "Source.h"
@@ -34,19 +30,16 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addCheck(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("check", "Report every problem of every file");
-    const auto options = std::make_shared<Options>();
-    addFiles(*command, options->files);
-    command->add_flag("--strict", options->strict, "Let warnings count as problems");
+void addCheck(Program& program) {
+    Command command(program, "check", "Report every problem of every file");
+    Options& options = command.onRun(run);
+    command.files(options.files);
+    command.flag("--strict", options.strict, "Let warnings count as problems");
     command
-        ->add_option("--max-errors", options->maxErrors,
-                     "Errors, and as many warnings, to show for a file; 0 shows all")
-        ->type_name("N")
-        ->check(CLI::Range(std::size_t{0}, kMaxCount).description(""))
-        ->capture_default_str();
-    command->footer("Example:\n  kdx check --strict configs/ extra.kdx");
-    command->callback([options, &session] { session.status = run(*options, session.settings); });
+        .number("--max-errors N", options.maxErrors, 0, kMaxCount,
+                "Errors, and as many warnings, to show for a file; 0 shows all")
+        .showDefault();
+    command.footer("Example:\n  kdx check --strict configs/ extra.kdx");
 }
 
 }  // namespace kdx

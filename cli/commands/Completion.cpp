@@ -1,13 +1,14 @@
-#include <CLI/CLI.hpp>
-
-#include <memory>
-
 #include "Commands.h"
 #include "Outline.h"
 #include "Output.h"
 
 namespace kdx {
 namespace {
+
+struct Options {
+    std::string shell;
+    const Program* program = nullptr;
+};
 
 using Commands = std::vector<CommandOutline>;
 
@@ -116,25 +117,25 @@ std::string fishCompletion(const CommandOutline& program, const Commands& comman
     return text;
 }
 
-void run(const std::string& shell, const CLI::App& app) {
-    const CommandOutline program = outlineOf(app);
-    const Commands commands = outlineCommands(app);
-    if (shell == "bash") writeOutput(bashCompletion(program, commands));
-    if (shell == "zsh") writeOutput(zshCompletion(program, commands));
-    if (shell == "fish") writeOutput(fishCompletion(program, commands));
+Status run(const Options& options, const Settings& /*settings*/) {
+    const CommandOutline program = outlineProgram(*options.program);
+    const Commands commands = outlineCommands(*options.program);
+    if (options.shell == "bash") writeOutput(bashCompletion(program, commands));
+    if (options.shell == "zsh") writeOutput(zshCompletion(program, commands));
+    if (options.shell == "fish") writeOutput(fishCompletion(program, commands));
+    return Status::fine;
 }
 
 }  // namespace
 
-void addCompletion(CLI::App& app, Session& /*session*/) {
-    CLI::App* command = app.add_subcommand("completion", "Print the completions for a shell");
-    const auto shell = std::make_shared<std::string>();
-    command->add_option("SHELL", *shell, "bash, zsh or fish")
-        ->type_name("")
-        ->required()
-        ->check(CLI::IsMember({"bash", "zsh", "fish"}).description(""));
-    command->footer("Example:\n  source <(kdx completion bash)");
-    command->callback([shell, &app] { run(*shell, app); });
+void addCompletion(Program& program) {
+    Command command(program, "completion", "Print the completions for a shell");
+    Options& options = command.onRun(run);
+    options.program = &program;
+    command.text("SHELL", options.shell, "bash, zsh or fish")
+        .required()
+        .oneOf({"bash", "zsh", "fish"});
+    command.footer("Example:\n  source <(kdx completion bash)");
 }
 
 }  // namespace kdx

@@ -1,10 +1,10 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/KDXToStringMapMap.h>
 
 #include <array>
-#include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "Commands.h"
 #include "JsonText.h"
@@ -13,6 +13,11 @@
 
 namespace kdx {
 namespace {
+
+struct Options {
+    std::string before;
+    std::string after;
+};
 
 using Parameters = kiv::StringMapMap::mapped_type;
 
@@ -88,7 +93,7 @@ private:
     const Settings& settings;
 };
 
-Status run(const std::vector<std::string>& files, const Settings& settings) {
+Status run(const Options& options, const Settings& settings) {
     std::array<kiv::StringMapMap, 2> maps;
     const auto read = [&](const std::string& file, std::size_t index) {
         Outcome outcome;
@@ -97,9 +102,10 @@ Status run(const std::vector<std::string>& files, const Settings& settings) {
         if (source) kiv::KDXToStringMapMap::convert(std::move(*source).takeText(), maps.at(index));
         return outcome;
     };
-    if (files[0] == kStandardInput && files[1] == kStandardInput)
+    if (options.before == kStandardInput && options.after == kStandardInput)
         throw Trouble("the standard input (-) can be read only once");
-    const Status status = workOnFiles({files, {}, Status::fine}, settings, read);
+    const FileList list{{options.before, options.after}, {}, Status::fine};
+    const Status status = workOnFiles(list, settings, read);
     if (status != Status::fine) return status;
 
     Report report(settings);
@@ -113,16 +119,15 @@ Status run(const std::vector<std::string>& files, const Settings& settings) {
 
 }  // namespace
 
-void addDiff(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("diff", "Print what two files mean differently");
-    const auto files = std::make_shared<std::vector<std::string>>(2);
-    command->add_option("A", files->front(), "The file before")->type_name("")->required();
-    command->add_option("B", files->back(), "The file after")->type_name("")->required();
-    command->footer(
+void addDiff(Program& program) {
+    Command command(program, "diff", "Print what two files mean differently");
+    Options& options = command.onRun(run);
+    command.text("A", options.before, "The file before").required();
+    command.text("B", options.after, "The file after").required();
+    command.footer(
         "Objects and parameters are compared by path, as kdx map prints them: their order,\n"
         "comments and actions do not matter. The exit status is 1 when anything differs.\n\n"
         "Example:\n  kdx diff old.kdx new.kdx");
-    command->callback([files, &session] { session.status = run(*files, session.settings); });
 }
 
 }  // namespace kdx

@@ -1,10 +1,11 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/ObjectKDXParser.h>
 #include <kiv/StringUtilities.h>
 
-#include <memory>
+#include <limits>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "Commands.h"
 #include "JsonText.h"
@@ -15,11 +16,10 @@ namespace {
 
 struct Options {
     std::string file;
-    std::string name;
+    std::optional<std::string> name;
     std::string type;
     std::string group;
     int depth = -1;
-    bool byName = false;
 };
 
 using Lines = std::vector<std::string>;
@@ -40,10 +40,10 @@ void appendMatch(std::string& out, const std::string& key, const Lines& lines,
 
 std::string search(kiv::ObjectKDXParser& parser, const Options& options, bool json) {
     std::string text;
-    if (options.byName) {
-        parser.parseForObject(options.name, options.depth);
+    if (options.name) {
+        parser.parseForObject(*options.name, options.depth);
         const Lines& lines = parser.getResults();
-        if (!lines.empty()) appendMatch(text, options.name, lines, options, json);
+        if (!lines.empty()) appendMatch(text, *options.name, lines, options, json);
         return text;
     }
     parser.parseForObjectsByType(options.type, options.depth, options.group);
@@ -64,8 +64,8 @@ Outcome findIn(const std::string& file, const Options& options, const Settings& 
     outcome.results = search(parser, options, settings.json);
     if (!outcome.results.empty()) return outcome;
     appendTrouble(outcome.diagnostics, displayName(file),
-                  options.byName ? "has no object with the name " + shownName(options.name)
-                                 : "has no object of type " + shownName(options.type),
+                  options.name ? "has no object with the name " + shownName(*options.name)
+                               : "has no object of type " + shownName(options.type),
                   settings);
     outcome.status = Status::findings;
     return outcome;
@@ -79,35 +79,25 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addFind(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("find", "Print the objects with a name or of a type");
-    const auto options = std::make_shared<Options>();
-    addFile(*command, options->file);
-    CLI::Option_group* searched = command->add_option_group("Searched");
-    const CLI::Option* name =
-        searched->add_option("--name", options->name, "The name; of an object without, its type")
-            ->type_name("NAME");
-    CLI::Option* type =
-        searched->add_option("--type", options->type, "The type")->type_name("TYPE");
-    searched->require_option(1);
+void addFind(Program& program) {
+    Command command(program, "find", "Print the objects with a name or of a type");
+    Options& options = command.onRun(run);
+    command.file(options.file);
+    Arguments searched = command.alternatives("Searched");
+    searched.text("--name NAME", options.name, "The name; of an object without, its type");
+    searched.text("--type TYPE", options.type, "The type");
     command
-        ->add_option("--depth", options->depth, "Levels of nested objects to print; -1 prints all")
-        ->type_name("N")
-        ->check(CLI::Range(-1, std::numeric_limits<int>::max()).description(""))
-        ->capture_default_str();
+        .number("--depth N", options.depth, -1, std::numeric_limits<int>::max(),
+                "Levels of nested objects to print; -1 prints all")
+        .showDefault();
     command
-        ->add_option("--group", options->group,
-                     "Keep the last match in each object of this type, under its name")
-        ->type_name("TYPE")
-        ->needs(type);
-    command->footer(
+        .text("--group TYPE", options.group,
+              "Keep the last match in each object of this type, under its name")
+        .needs("--type");
+    command.footer(
         "An object inside a match belongs to it. Of several matches by type with the same type\n"
         "and name, the last is printed. The exit status is 1 when there is no match.\n\n"
         "Example:\n  kdx find set-up.kdx --type Channel --depth 0");
-    command->callback([options, name, &session] {
-        options->byName = name->count() > 0;
-        session.status = run(*options, session.settings);
-    });
 }
 
 }  // namespace kdx

@@ -1,7 +1,3 @@
-#include <CLI/CLI.hpp>
-
-#include <memory>
-
 #include "Commands.h"
 #include "Formatted.h"
 #include "ReadChecked.h"
@@ -53,21 +49,19 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addFmt(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("fmt", "Indent by nesting");
-    const auto options = std::make_shared<Options>();
-    addFiles(*command, options->files);
-    CLI::Option* inPlace =
-        command->add_flag("-i,--in-place", options->inPlace, "Change the files themselves");
-    command->add_flag("--check", options->check, "List the files that would change, status 1")
-        ->excludes(inPlace);
-    command->add_flag("--diff", options->diff, "Print what would change as a unified diff")
-        ->excludes(inPlace);
-    command->footer(
+void addFmt(Program& program) {
+    Command command(program, "fmt", "Indent by nesting");
+    Options& options = command.onRun(run);
+    command.files(options.files);
+    command.flag("-i,--in-place", options.inPlace, "Change the files themselves");
+    command.flag("--check", options.check, "List the files that would change, status 1")
+        .excludes("--in-place");
+    command.flag("--diff", options.diff, "Print what would change as a unified diff")
+        .excludes("--in-place");
+    command.footer(
         "Comments and blank lines stay. A text that is no KDX, or that could not be laid out\n"
         "without loss, is left alone.\n\n"
         "Example:\n  kdx fmt -i configs/");
-    command->callback([options, &session] { session.status = run(*options, session.settings); });
 }
 
 }  // namespace kdx

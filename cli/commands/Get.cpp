@@ -1,9 +1,8 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/KDXPath.h>
 #include <kiv/KDXToStringMapMap.h>
 
-#include <memory>
+#include <optional>
+#include <string>
 
 #include "Commands.h"
 #include "JsonText.h"
@@ -16,8 +15,7 @@ namespace {
 struct Options {
     std::string file;
     std::string path;
-    std::string name;
-    bool hasName = false;
+    std::optional<std::string> name;
 };
 
 using Parameters = kiv::StringMapMap::mapped_type;
@@ -59,13 +57,13 @@ Outcome getFrom(const std::string& file, const Options& options, const Settings&
     const std::string key = path.getSubPath(0, path.numComponent());
     const auto object = map.find(key);
     if (object == map.end()) return notThere(*source, "object " + shown(key), settings);
-    if (!options.hasName) {
+    if (!options.name) {
         outcome.results = textOf(object->second, settings.json);
         return outcome;
     }
-    const auto parameter = object->second.find(options.name);
+    const auto parameter = object->second.find(*options.name);
     if (parameter == object->second.end())
-        return notThere(*source, "parameter " + shownName(options.name) + " in " + shown(key),
+        return notThere(*source, "parameter " + shownName(*options.name) + " in " + shown(key),
                         settings);
     outcome.results = textOf(parameter->second, settings.json);
     return outcome;
@@ -79,23 +77,16 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addGet(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("get", "Print one object's parameters, or one value");
-    const auto options = std::make_shared<Options>();
-    addFile(*command, options->file)->required();
-    command->add_option("PATH", options->path, "The object, as in kdx map: /Sample:s1/Channel:A")
-        ->type_name("")
-        ->required();
-    const CLI::Option* name =
-        command->add_option("NAME", options->name, "The parameter whose value to print")
-            ->type_name("");
-    command->footer(
+void addGet(Program& program) {
+    Command command(program, "get", "Print one object's parameters, or one value");
+    Options& options = command.onRun(run);
+    command.file(options.file).required();
+    command.text("PATH", options.path, "The object, as in kdx map: /Sample:s1/Channel:A")
+        .required();
+    command.text("NAME", options.name, "The parameter whose value to print");
+    command.footer(
         "The exit status is 1 when the object or the parameter is not there.\n\n"
         "Example:\n  gain=$(kdx get set-up.kdx /Sample:s1 gain)");
-    command->callback([options, name, &session] {
-        options->hasName = name->count() > 0;
-        session.status = run(*options, session.settings);
-    });
 }
 
 }  // namespace kdx

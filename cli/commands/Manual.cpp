@@ -1,7 +1,3 @@
-#include <CLI/CLI.hpp>
-
-#include <memory>
-
 #include "Commands.h"
 #include "Outline.h"
 #include "Output.h"
@@ -9,6 +5,11 @@
 
 namespace kdx {
 namespace {
+
+struct Options {
+    std::string command;
+    const Program* program = nullptr;
+};
 
 constexpr std::string_view kExampleTitle = "Example:\n";
 
@@ -77,27 +78,33 @@ std::string commandPage(const CommandOutline& command) {
            notes(command.footer) + ".SH SEE ALSO\n.BR kdx (1)\n";
 }
 
-std::string programPage(const CommandOutline& program, const CLI::App& app) {
-    std::string commands = ".SH COMMANDS\n";
-    for (const CommandOutline& command : outlineCommands(app))
-        commands += ".TP\n.BR " + escaped(pageName(command.name)) + " (1)\n" +
-                    escaped(command.description) + '\n';
+std::string programPage(const CommandOutline& program,
+                        const std::vector<CommandOutline>& commands) {
+    std::string list = ".SH COMMANDS\n";
+    for (const CommandOutline& command : commands)
+        list += ".TP\n.BR " + escaped(pageName(command.name)) + " (1)\n" +
+                escaped(command.description) + '\n';
     return header("kdx", "work with KDX files") + ".SH SYNOPSIS\n" + bold("kdx") +
            " [OPTIONS] COMMAND [ARGUMENTS]\n.SH DESCRIPTION\n" + escaped(program.description) +
-           '\n' + commands + optionList(program) + notes(program.footer);
+           '\n' + list + optionList(program) + notes(program.footer);
+}
+
+Status run(const Options& options, const Settings& /*settings*/) {
+    const Program& program = *options.program;
+    writeOutput(options.command.empty()
+                    ? programPage(outlineProgram(program), outlineCommands(program))
+                    : commandPage(outlineCommand(program, options.command)));
+    return Status::fine;
 }
 
 }  // namespace
 
-void addManual(CLI::App& app, Session& /*session*/) {
-    CLI::App* command = app.add_subcommand("manual", "Print the man page, or that of a command");
-    const auto name = std::make_shared<std::string>();
-    command->add_option("COMMAND", *name, "The command")->type_name("");
-    command->footer("Example:\n  kdx manual check | man -l -");
-    command->callback([name, &app] {
-        if (name->empty()) return writeOutput(programPage(outlineOf(app), app));
-        writeOutput(commandPage(outlineOf(*app.get_subcommand(*name))));
-    });
+void addManual(Program& program) {
+    Command command(program, "manual", "Print the man page, or that of a command");
+    Options& options = command.onRun(run);
+    options.program = &program;
+    command.text("COMMAND", options.command, "The command");
+    command.footer("Example:\n  kdx manual check | man -l -");
 }
 
 }  // namespace kdx

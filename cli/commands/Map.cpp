@@ -1,8 +1,5 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/KDXToStringMapMap.h>
 
-#include <memory>
 #include <optional>
 #include <utility>
 
@@ -73,26 +70,22 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addMap(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("map", "Print the objects and parameters as JSON");
-    const auto options = std::make_shared<Options>();
-    addFiles(*command, options->files);
-    CLI::Option* only = command->add_option("--only", options->only,
-                                            "Take the top-level objects of this type alone; may "
-                                            "be given several times");
-    CLI::Option* without =
-        command->add_option("--without", options->without,
-                            "Leave out the top-level objects of this type; may be given several "
-                            "times");
-    for (CLI::Option* option : {only, without}) option->type_name("TYPE")->allow_extra_args(false);
-    only->excludes(without);
-    command->add_flag("--flat", options->flat,
-                      "Print a line PATH<tab>NAME<tab>VALUE for each parameter instead");
-    command->footer(
+void addMap(Program& program) {
+    Command command(program, "map", "Print the objects and parameters as JSON");
+    Options& options = command.onRun(run);
+    command.files(options.files);
+    command.texts("--only TYPE", options.only,
+                  "Take the top-level objects of this type alone; may be given several times");
+    command
+        .texts("--without TYPE", options.without,
+               "Leave out the top-level objects of this type; may be given several times")
+        .excludes("--only");
+    command.flag("--flat", options.flat,
+                 "Print a line PATH<tab>NAME<tab>VALUE for each parameter instead");
+    command.footer(
         "Several files make one map; what stands in several files keeps its first value. A file\n"
         "with a problem is left out, and the exit status is 2.\n\n"
         "Example:\n  kdx map --only Sample set-up.kdx | jq '.\"/Sample:s1\"'");
-    command->callback([options, &session] { session.status = run(*options, session.settings); });
 }
 
 }  // namespace kdx

@@ -1,9 +1,7 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/ExtractActionOrStateFromKDX.h>
 
-#include <memory>
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "Commands.h"
 #include "JsonText.h"
@@ -51,17 +49,14 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addSplit(CLI::App& app, Session& session) {
-    CLI::App* command =
-        app.add_subcommand("split", "Print the runs of actions and of state, without comments");
-    const auto options = std::make_shared<Options>();
-    addFile(*command, options->file);
-    CLI::Option* actions =
-        command->add_flag("--actions", options->actionsOnly, "Print the actions alone");
-    command->add_flag("--state", options->stateOnly, "Print everything but the actions")
-        ->excludes(actions);
-    command->footer("Example:\n  kdx split --actions session.kdx");
-    command->callback([options, &session] { session.status = run(*options, session.settings); });
+void addSplit(Program& program) {
+    Command command(program, "split", "Print the runs of actions and of state, without comments");
+    Options& options = command.onRun(run);
+    command.file(options.file);
+    command.flag("--actions", options.actionsOnly, "Print the actions alone");
+    command.flag("--state", options.stateOnly, "Print everything but the actions")
+        .excludes("--actions");
+    command.footer("Example:\n  kdx split --actions session.kdx");
 }
 
 }  // namespace kdx

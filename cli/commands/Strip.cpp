@@ -1,8 +1,8 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/MiniKDXParser.h>
 
-#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "Blank.h"
 #include "Commands.h"
@@ -59,15 +59,13 @@ Status run(const std::string& argument, const Settings& settings) {
 
 }  // namespace
 
-void addStrip(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("strip", "Remove the comments and keep the meaning");
-    const auto file = std::make_shared<std::string>();
-    addFile(*command, *file);
-    command->footer(
+void addStrip(Program& program) {
+    Command command(program, "strip", "Remove the comments and keep the meaning");
+    command.file(command.onRun(run));
+    command.footer(
         "Verbatim lines stay whole. So does a line whose comment keeps a backslash from ending\n"
         "it, which would then be continued.\n\n"
         "Example:\n  kdx strip set-up.kdx > bare.kdx");
-    command->callback([file, &session] { session.status = run(*file, session.settings); });
 }
 
 }  // namespace kdx

@@ -1,10 +1,11 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/MiniKDXParser.h>
 
-#include <memory>
+#include <cstddef>
+#include <limits>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "Commands.h"
 #include "Diagnostics.h"
@@ -94,15 +95,12 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addTree(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("tree", "Draw how the objects are nested");
-    const auto options = std::make_shared<Options>();
-    addFile(*command, options->file);
-    command->add_option("--depth", options->depth, "Levels to draw")
-        ->type_name("N")
-        ->check(CLI::Range(std::size_t{1}, kMaxCount).description(""));
-    command->footer("Example:\n  kdx tree --depth 2 set-up.kdx");
-    command->callback([options, &session] { session.status = run(*options, session.settings); });
+void addTree(Program& program) {
+    Command command(program, "tree", "Draw how the objects are nested");
+    Options& options = command.onRun(run);
+    command.file(options.file);
+    command.number("--depth N", options.depth, 1, kMaxCount, "Levels to draw");
+    command.footer("Example:\n  kdx tree --depth 2 set-up.kdx");
 }
 
 }  // namespace kdx

@@ -1,8 +1,6 @@
-#include <CLI/CLI.hpp>
-
 #include <kiv/StringMapMapToKDX.h>
 
-#include <memory>
+#include <algorithm>
 
 #include "Commands.h"
 #include "Diagnostics.h"
@@ -72,26 +70,21 @@ Status run(const Options& options, const Settings& settings) {
 
 }  // namespace
 
-void addWrite(CLI::App& app, Session& session) {
-    CLI::App* command = app.add_subcommand("write", "Print a map, as kdx map prints it, as KDX");
-    const auto options = std::make_shared<Options>();
-    addFile(*command, options->file);
-    command->add_option("--indent", options->indent, "Blanks for each level of nesting")
-        ->type_name("N")
-        ->check(CLI::Range(0, kMaxIndent).description(""))
-        ->capture_default_str();
-    command->add_flag("--compact", options->compact, "Put no blanks around ':' and '='");
-    command->add_flag("--no-end-comments", options->noEndComments,
-                      "Put no comment that names the object behind its END");
-    command
-        ->add_option("--replace", options->replacePath,
-                     "Mark the object with this path with &replace")
-        ->type_name("PATH");
-    command->footer(
+void addWrite(Program& program) {
+    Command command(program, "write", "Print a map, as kdx map prints it, as KDX");
+    Options& options = command.onRun(run);
+    command.file(options.file);
+    command.number("--indent N", options.indent, 0, kMaxIndent, "Blanks for each level of nesting")
+        .showDefault();
+    command.flag("--compact", options.compact, "Put no blanks around ':' and '='");
+    command.flag("--no-end-comments", options.noEndComments,
+                 "Put no comment that names the object behind its END");
+    command.text("--replace PATH", options.replacePath,
+                 "Mark the object with this path with &replace");
+    command.footer(
         "A map that KDX cannot carry is refused: a line feed, a '#' or a final backslash in a\n"
         "value, a name with a character that names cannot hold.\n\n"
         "Example:\n  kdx map a.kdx | jq '.\"/Sample:s1\".gain = \"12\"' | kdx write > b.kdx");
-    command->callback([options, &session] { session.status = run(*options, session.settings); });
 }
 
 }  // namespace kdx
