@@ -1,6 +1,6 @@
 #include "Diagnostics.h"
 
-#include <nlohmann/json.hpp>
+#include "JsonText.h"
 
 namespace kdx {
 namespace {
@@ -80,15 +80,15 @@ void appendForPeople(std::string& out, std::string_view file, const Problem& pro
 }
 
 void appendForPrograms(std::string& out, std::string_view file, const Problem& problem) {
-    nlohmann::ordered_json json{{"file", file}};
+    JsonMembers members{{"file", file}};
     if (problem.place.line > 0) {
-        json["line"] = problem.place.line;
-        json["column"] = problem.place.column;
+        members.emplace_back("line", problem.place.line);
+        members.emplace_back("column", problem.place.column);
     }
-    json["severity"] = nameOf(problem.severity);
-    json["rule"] = problem.rule;
-    json["message"] = problem.text;
-    out += json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    members.emplace_back("severity", nameOf(problem.severity));
+    members.emplace_back("rule", problem.rule);
+    members.emplace_back("message", problem.text);
+    out += shownJsonText(members);
     out += '\n';
 }
 

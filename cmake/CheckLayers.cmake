@@ -47,6 +47,7 @@ check_folder(src/readers     "${standard}|${external}|${readersFace}|${walking}"
 check_folder(src/writers     "${standard}|${external}|${writersFace}")
 check_folder(src/tools       "${standard}|${external}|${toolsFace}|${joining}")
 check_folder(cli             "${anyLibrary}")
+check_folder(cli/commands    "${standard}|<kiv/.+>")
 check_folder(examples        "${anyLibrary}")
 check_folder(bench           "${anyLibrary}")
 check_folder(fuzz            "${anyLibrary}|${support}")

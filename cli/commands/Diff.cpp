@@ -1,7 +1,6 @@
 #include <kiv/KDXToStringMapMap.h>
 
 #include <array>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <utility>
@@ -75,12 +74,12 @@ private:
             if (after != nullptr) addLine('+', "  " + name + " = " + *after);
             return;
         }
-        nlohmann::ordered_json json{{"change", changeName(before != nullptr, after != nullptr)},
-                                    {"path", path},
-                                    {"name", name}};
-        if (before != nullptr) json["before"] = *before;
-        if (after != nullptr) json["after"] = *after;
-        text += jsonText(json) + '\n';
+        JsonMembers members{{"change", changeName(before != nullptr, after != nullptr)},
+                            {"path", path},
+                            {"name", name}};
+        if (before != nullptr) members.emplace_back("before", *before);
+        if (after != nullptr) members.emplace_back("after", *after);
+        text += jsonText(members) + '\n';
     }
 
     void addLine(char mark, const std::string& line) {

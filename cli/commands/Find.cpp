@@ -2,7 +2,6 @@
 #include <kiv/StringUtilities.h>
 
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,7 +30,7 @@ void appendLines(std::string& out, const Lines& lines) {
 void appendMatch(std::string& out, const std::string& key, const Lines& lines,
                  const Options& options, bool json) {
     if (json) {
-        out.append(jsonText({{"key", key}, {"lines", lines}})).append(1, '\n');
+        out.append(jsonText({{"key", key}, {"lines", &lines}})).append(1, '\n');
         return;
     }
     if (!options.group.empty()) out.append("# ").append(key).append(1, '\n');

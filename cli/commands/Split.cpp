@@ -1,6 +1,5 @@
 #include <kiv/ExtractActionOrStateFromKDX.h>
 
-#include <nlohmann/json.hpp>
 #include <string>
 
 #include "Commands.h"
