@@ -43,55 +43,52 @@ inline LineShape shapeByBytes(std::string_view line) {
 #ifdef __SSE2__
 
 /// Sixteen bytes. In a mask of them, the lowest bit stands for the first.
-class ByteBlock {
-public:
-    explicit ByteBlock(const char* begin)
-        : bytes(_mm_loadu_si128(reinterpret_cast<const __m128i*>(begin))) {}
+using ByteBlock = __m128i;
 
-    std::uint32_t equal(char c) const { return maskOf(equals(c)); }
+inline ByteBlock blockAt(const char* begin) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin));
+}
 
-    std::uint32_t wordCharacters() const {
-        const __m128i lowered = _mm_or_si128(bytes, _mm_set1_epi8('a' - 'A'));
-        const __m128i letters = inRange(lowered, 'a', 'z');
-        const __m128i marks = _mm_or_si128(equals('&'), _mm_or_si128(equals('.'), equals('_')));
-        return maskOf(_mm_or_si128(_mm_or_si128(letters, inRange(bytes, '0', '9')), marks));
-    }
+inline std::uint32_t maskOf(ByteBlock comparison) {
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(comparison));
+}
 
-private:
-    static std::uint32_t maskOf(__m128i result) {
-        return static_cast<std::uint32_t>(_mm_movemask_epi8(result));
-    }
+inline ByteBlock equal(ByteBlock bytes, char c) {
+    return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
+}
 
-    /// Comparisons are signed, so that the first of the range is moved to the lowest value.
-    static __m128i inRange(__m128i characters, char first, char last) {
-        const __m128i moved =
-            _mm_add_epi8(characters, _mm_set1_epi8(static_cast<char>(-128 - first)));
-        return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(-128 + last - first + 1)));
-    }
+/// Comparisons are signed, so that the first of the range is moved to the lowest value.
+inline ByteBlock inRange(ByteBlock bytes, char first, char last) {
+    const ByteBlock moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(-128 - first)));
+    return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(-128 + last - first + 1)));
+}
 
-    __m128i equals(char c) const { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); }
-
-    __m128i bytes;
-};
+inline ByteBlock wordCharacters(ByteBlock bytes) {
+    const ByteBlock lowered = _mm_or_si128(bytes, _mm_set1_epi8('a' - 'A'));
+    const ByteBlock marks =
+        _mm_or_si128(equal(bytes, '&'), _mm_or_si128(equal(bytes, '.'), equal(bytes, '_')));
+    const ByteBlock digits = inRange(bytes, '0', '9');
+    return _mm_or_si128(_mm_or_si128(inRange(lowered, 'a', 'z'), digits), marks);
+}
 
 /// The same as shapeByBytes(). From the line's first byte on, `readable` bytes may be read.
 inline LineShape shapeOf(std::string_view line, std::size_t readable) {
     if (readable < 16 || line.size() > 32) return shapeByBytes(line);
     // Where both are in the text, nothing waits for the line's length.
     const std::size_t lastBegin = std::min(readable - 16, std::size_t{16});
-    const ByteBlock first(line.data());
-    const ByteBlock last(line.data() + lastBegin);  // may overlap with the first
-    const auto joined = [lastBegin](std::uint32_t firstMask, std::uint32_t lastMask) {
-        return firstMask | std::uint64_t{lastMask} << lastBegin;
+    const ByteBlock first = blockAt(line.data());
+    const ByteBlock last = blockAt(line.data() + lastBegin);  // may overlap with the first
+    const auto joined = [lastBegin](ByteBlock inFirst, ByteBlock inLast) {
+        return maskOf(inFirst) | std::uint64_t{maskOf(inLast)} << lastBegin;
     };
     const std::uint64_t end = std::uint64_t{1} << line.size();  // which ends every run
     const auto endOfRun = [end](std::uint64_t mask, std::size_t begin) {
         return begin + static_cast<unsigned>(__builtin_ctzll((~mask | end) >> begin));
     };
-    const std::uint64_t space = joined(first.equal(' '), last.equal(' '));
-    const std::uint64_t word = joined(first.wordCharacters(), last.wordCharacters());
-    const std::uint64_t hashes = joined(first.equal('#'), last.equal('#')) & (end - 1);
-    const std::uint64_t backslashes = joined(first.equal('\\'), last.equal('\\')) & (end - 1);
+    const std::uint64_t space = joined(equal(first, ' '), equal(last, ' '));
+    const std::uint64_t word = joined(wordCharacters(first), wordCharacters(last));
+    const std::uint64_t hashes = joined(equal(first, '#'), equal(last, '#')) & (end - 1);
+    const std::uint64_t backslashes = joined(equal(first, '\\'), equal(last, '\\')) & (end - 1);
     const std::size_t spaces = endOfRun(space, 0);
     const std::size_t hash = hashes == 0 ? std::string_view::npos : endOfRun(~hashes, 0);
     return {spaces, endOfRun(word, spaces), endOfRun(word | space, 0), hash, backslashes != 0};
@@ -100,9 +97,9 @@ inline LineShape shapeOf(std::string_view line, std::size_t readable) {
 /// The position of the first line feed; npos when there is none.
 inline std::size_t findLineFeed(std::string_view text) {
     if (text.size() < 32) return text.find('\n');
-    const ByteBlock first(text.data());
-    const ByteBlock second(text.data() + 16);
-    const std::uint32_t feeds = first.equal('\n') | second.equal('\n') << 16U;
+    const ByteBlock first = equal(blockAt(text.data()), '\n');
+    const ByteBlock second = equal(blockAt(text.data() + 16), '\n');
+    const std::uint32_t feeds = maskOf(first) | maskOf(second) << 16U;
     if (feeds == 0) return text.find('\n', 32);
     return static_cast<unsigned>(__builtin_ctz(feeds));
 }
