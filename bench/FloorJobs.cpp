@@ -34,7 +34,7 @@ private:
 class CopyLines : public Job {
 public:
     explicit CopyLines(const Corpus& corpus) : lines(linesOf(corpus.text("kdx"))) {}
-    void prepare() override { copy = {}; }
+    void prepare() override { copy = std::vector<std::string>(); }
     void run() override { copy = lines; }
     Counts counts() const override { return countsOf(copy); }
 
@@ -182,12 +182,14 @@ public:
         parser.parse();
         steps = std::move(parser.steps);
     }
-    void prepare() override { text = {}; }
+    void prepare() override { text = std::string(); }
     void run() override {
         text.reserve(size);
         for (const auto& step : steps) step.parameters == nullptr ? appendEnd(step) : append(step);
     }
-    Counts counts() const override { return countsOf(mapOf(text)); }
+    Counts counts() const override {
+        return text.size() == size ? countsOf(mapOf(text)) : Counts();
+    }
 
 private:
     void append(const WriteSteps::Step& step) {

@@ -16,7 +16,8 @@ public:
     Job& operator=(const Job&) = delete;
     virtual ~Job() = default;
 
-    /// Drops the last run's result, and sets up what a run uses up. Not timed.
+    /// Drops the last run's result, its storage included, and sets up what a run uses up. Not
+    /// timed.
     virtual void prepare() = 0;
     /// What is timed.
     virtual void run() = 0;

@@ -48,7 +48,7 @@ private:
 class MapToText : public Job {
 public:
     explicit MapToText(const Corpus& corpus) : map(mapOf(corpus.text("kdx"))) {}
-    void prepare() override { text = {}; }
+    void prepare() override { text = std::string(); }
     void run() override { kiv::StringMapMapToKDX::convert(map, text); }
     Counts counts() const override { return countsOf(mapOf(text)); }
 
@@ -60,7 +60,7 @@ private:
 class Reindent : public Job {
 public:
     explicit Reindent(const Corpus& corpus) : lines(linesOf(corpus.text("kdx"))) {}
-    void prepare() override { indented = {}; }
+    void prepare() override { indented = std::vector<std::string>(); }
     void run() override { indented = kiv::KDXFormatting::indentKDX(lines); }
     Counts counts() const override { return countsOf(indented); }
 

@@ -27,7 +27,6 @@ public:
 
     template <typename Sink>
     void read(Sink& sink) {
-        pugi::xml_document document;
         document.load_buffer_inplace(text.data(), text.size(),
                                      pugi::parse_minimal | pugi::parse_escapes,
                                      pugi::encoding_utf8);
@@ -36,6 +35,7 @@ public:
 
 private:
     std::string text;
+    pugi::xml_document document;
 };
 
 }  // namespace

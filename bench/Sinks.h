@@ -74,7 +74,7 @@ public:
     }
     void parameter(std::string_view name, std::string_view value) {
         auto& parameters = open.back().entry->second;
-        parameters.try_emplace(parameters.end(), std::string(name), value);
+        parameters.emplace_hint(parameters.end(), name, value);
     }
     void closeObject() { open.pop_back(); }
 

@@ -28,11 +28,13 @@ public:
 
     template <typename Sink>
     void read(Sink& sink) {
-        readTable(toml::parse(text), sink);
+        document = toml::parse(text);
+        readTable(document, sink);
     }
 
 private:
     std::string text;
+    toml::table document;
 };
 
 }  // namespace

@@ -15,7 +15,7 @@ cd "$(dirname "$0")/.."
 
 size=${BENCH_SIZE:-10}
 rounds=${BENCH_ROUNDS:-7}
-core=${BENCH_CORE:-1}
+core=${BENCH_CORE:-$(($(nproc) - 1))}
 statistic=${BENCH_STATISTIC:-median}
 corpora=build/corpora
 results=build/bench-results
@@ -41,7 +41,8 @@ build() {
 
 # make_corpora SIZE OPTION...
 make_corpora() {
-    [ -e "$corpora/codes-$1.counts" ] || python3 bench/make_corpora.py "$corpora" --size "$@"
+    made="$corpora/made-$(echo "$*" | tr -d ' ')"
+    [ -e "$made" ] || { python3 bench/make_corpora.py "$corpora" --size "$@" && touch "$made"; }
 }
 
 # run NAME FILTER CORPUS...: in every round all contestants in turn, in a process of its own
@@ -108,7 +109,7 @@ case "${1:-everything}" in
     --instructions) tasks=instructions ;;
     everything) tasks="all memory growth instructions" ;;
     *)
-        sed -n '2,13s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,13s/^# \{0,1\}//p' scripts/bench.sh >&2
         exit 2
         ;;
 esac
