@@ -19,6 +19,7 @@
 
 namespace kiv {
 namespace detail {
+
 LineType classifyOther(std::string_view text, std::size_t nameLength) {
     if (isPlainEnd(text, nameLength)) return MiniKDXParser::lineEnd;
     // The comment begins behind the name characters at the earliest.

@@ -68,6 +68,7 @@ private:
         if (stop != '=' && stop != ':') {
             const std::string_view text = line.substr(shape.spaces);
             const std::size_t nameLength = shape.nameEnd - shape.spaces;
+            // What most such lines are, without a call.
             if (isPlainEnd(text, nameLength)) return {MiniKDXParser::lineEnd, {}, {}};
             return splitOther(text, nameLength);
         }

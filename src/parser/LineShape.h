@@ -81,14 +81,14 @@ inline LineShape shapeOf(std::string_view line, std::size_t readable) {
     const auto joined = [lastBegin](ByteBlock inFirst, ByteBlock inLast) {
         return maskOf(inFirst) | std::uint64_t{maskOf(inLast)} << lastBegin;
     };
-    const std::uint64_t end = std::uint64_t{1} << line.size();  // which ends every run
-    const auto endOfRun = [end](std::uint64_t mask, std::size_t begin) {
-        return begin + static_cast<unsigned>(__builtin_ctzll((~mask | end) >> begin));
+    const auto endOfRun = [](std::uint64_t mask, std::size_t begin) {
+        return begin + static_cast<unsigned>(__builtin_ctzll(~mask >> begin));
     };
+    const std::uint64_t inLine = (std::uint64_t{1} << line.size()) - 1;
     const std::uint64_t space = joined(equal(first, ' '), equal(last, ' '));
     const std::uint64_t word = joined(wordCharacters(first), wordCharacters(last));
-    const std::uint64_t hashes = joined(equal(first, '#'), equal(last, '#')) & (end - 1);
-    const std::uint64_t backslashes = joined(equal(first, '\\'), equal(last, '\\')) & (end - 1);
+    const std::uint64_t hashes = joined(equal(first, '#'), equal(last, '#')) & inLine;
+    const std::uint64_t backslashes = joined(equal(first, '\\'), equal(last, '\\')) & inLine;
     const std::size_t spaces = endOfRun(space, 0);
     const std::size_t hash = hashes == 0 ? std::string_view::npos : endOfRun(~hashes, 0);
     return {spaces, endOfRun(word, spaces), endOfRun(word | space, 0), hash, backslashes != 0};

@@ -1,4 +1,5 @@
 #include <Formatted.h>
+#include <Meaning.h>
 #include <gtest/gtest.h>
 #include <kiv/KDXFormatting.h>
 
@@ -45,6 +46,14 @@ TEST(Formatted, IsWhatTheLibraryMakesOfTheWholeText) {
     const auto line = std::count(source.buffer.begin(), source.buffer.end(), '\n') - 2;
     EXPECT_EQ(outcome.diagnostics.rfind("text:" + std::to_string(line) + ":3: error: ", 0), 0U)
         << outcome.diagnostics;
+}
+
+TEST(Meaning, IsNotTheSameWhenStatementsAreMissing) {
+    EXPECT_TRUE(kdx::sameMeaning("A:\nx = 1 # c\n", " A:\n\n  x = 1\n"));
+    for (const char* less : {"", "A:\n", "A:\nx = 1\n", "x = 1\nEND\n"}) {
+        EXPECT_FALSE(kdx::sameMeaning("A:\nx = 1\nEND\n", less)) << less;
+        EXPECT_FALSE(kdx::sameMeaning(less, "A:\nx = 1\nEND\n")) << less;
+    }
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ const std::vector<Case> kIndented = {
     {"A:|  >run # c |\t$v|! v|  #c |  odd - ", "A:|>run # c |$v|! v|#c |  odd - "},
     {"|  |\t\r|x=1", "|||x=1"},
     {"A:\r|x=1 # c  |END\r", "A:\r|  x=1 # c  |END\r"},
+    {"A:|\t x=1", "A:|  x=1"},
     // Continuations of a line whose kind its first piece tells.
     {"A:|x = 1, \\|2, \\|  3|y = 1|END", "A:|  x = 1, \\|    2, \\|    3|  y = 1|END"},
     {"Sample: \\|  s1|END", "Sample: \\|    s1|END"},

@@ -82,6 +82,7 @@ TEST(StringMapMapToKDX, writesTheWorkedExample) {
     EXPECT_EQ(textOf("/Sample:s1/Channel:A", kSample), readData("marked.kdx"));
     EXPECT_EQ(textOf("", kSample, Format(4, false, false)), readData("compact.kdx"));
     EXPECT_EQ(textOf("", {{"/A:b", {{"p", "1"}}}}, Format(0, true, false)), "A: b\np = 1\nEND\n");
+    EXPECT_EQ(textOf("", {{"/A:b", {}}}, Format(0, false, true)), "A:b\nEND # A:b\n");
     StringMapMap map;
     kiv::KDXToStringMapMap::convert(readData("written.kdx"), map);
     EXPECT_EQ(map, kSample);

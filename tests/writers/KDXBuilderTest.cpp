@@ -39,6 +39,8 @@ const std::vector<Row> kCalls = {
     {"T: \nEND\n", [](auto& b) { b.pushObject("T", ""); }},
     {"T:\nEND\n", [](auto& b) { b.pushObject("T"); }},
     {"&replace T:\nEND\n", [](auto& b) { b.pushReplacedObject("T"); }},
+    {"N = \n", [](auto& b) { b.addParam("N", List{}); }},
+    {">Go \n", [](auto& b) { b.addAction("Go", List{}); }},
     {"N = a, , #\\\n", [](auto& b) { b.addParam("N", kList); }},
     {" a-b  =  c # d \n", [](auto& b) { b.addParam(" a-b ", " c # d "); }},
     {">Go \n", [](auto& b) { b.addAction("  >Go  "); }},
