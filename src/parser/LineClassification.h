@@ -58,13 +58,15 @@ public:
     // Taken into the walk over the lines, where a call would be a fiftieth of its instructions.
     [[gnu::always_inline]] LineParts split(std::string_view line, std::size_t readable) {
         const LineShape shape = shapeOf(line, readable);
-        if (isBlank(line.data()[shape.spaces])) return splitBehindBlanks(line);
+        const char* const begin = line.data();
+        if (isBlank(begin[shape.spaces])) return splitBehindBlanks(line);
         return splitShaped(line, shape);
     }
 
 private:
     [[gnu::always_inline]] LineParts splitShaped(std::string_view line, const LineShape& shape) {
-        const char stop = line.data()[shape.nameEnd];
+        const char* const begin = line.data();
+        const char stop = begin[shape.nameEnd];
         if (stop != '=' && stop != ':') {
             const std::string_view text = line.substr(shape.spaces);
             const std::size_t nameLength = shape.nameEnd - shape.spaces;

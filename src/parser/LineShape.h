@@ -31,11 +31,12 @@ struct LineShape {
 
 /// The shape of a line, behind which stands no name character.
 inline LineShape shapeByBytes(std::string_view line) {
+    const char* const begin = line.data();  // unlike line[], which must not reach behind the end
     const std::size_t spaces = leadingSpaces(line);
     std::size_t wordEnd = spaces;
-    while (isWordCharacter(line.data()[wordEnd])) ++wordEnd;
+    while (isWordCharacter(begin[wordEnd])) ++wordEnd;
     std::size_t nameEnd = wordEnd;
-    while (isNameCharacter(line.data()[nameEnd])) ++nameEnd;
+    while (isNameCharacter(begin[nameEnd])) ++nameEnd;
     return {spaces, wordEnd, nameEnd, line.find('#', nameEnd),
             line.find('\\') != std::string_view::npos};
 }
