@@ -46,7 +46,7 @@ inline std::string_view withoutIndentation(std::string_view line) {
 inline std::string_view withoutTrailingBlanks(std::string_view text) {
     std::size_t end = text.size();
     while (end > 0 && isBlank(text[end - 1])) --end;
-    return text.substr(0, end);
+    return {text.data(), end};
 }
 
 inline std::string_view withoutOuterBlanks(std::string_view text) {

@@ -75,8 +75,9 @@ private:
             return splitOther(text, nameLength);
         }
         const std::string_view first = nameOf(line, shape);
-        const std::string_view second =
-            withoutOuterBlanks(withoutComment(line, shape.hash).substr(shape.nameEnd + 1));
+        std::string_view second = withoutComment(line, shape.hash);
+        second.remove_prefix(shape.nameEnd + 1);
+        second = withoutOuterBlanks(second);
         if (stop == '=') return {MiniKDXParser::lineParameter, first, second};
         return {MiniKDXParser::lineObject, first, simplified(second, simplifiedSecond)};
     }
@@ -84,7 +85,7 @@ private:
     /// The run without blanks that carry no meaning.
     std::string_view nameOf(std::string_view line, const LineShape& shape) {
         const auto upTo = [&](std::size_t end) {
-            return line.substr(shape.spaces, end - shape.spaces);
+            return std::string_view(line.data() + shape.spaces, end - shape.spaces);
         };
         // One word, and a space behind it if any, is what most lines begin with.
         if (shape.nameEnd - shape.wordEnd <= 1) return upTo(shape.wordEnd);

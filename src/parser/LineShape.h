@@ -66,8 +66,9 @@ inline ByteBlock inRange(ByteBlock bytes, char first, char last) {
 
 inline ByteBlock wordCharacters(ByteBlock bytes) {
     const ByteBlock lowered = _mm_or_si128(bytes, _mm_set1_epi8('a' - 'A'));
-    const ByteBlock marks =
-        _mm_or_si128(equal(bytes, '&'), _mm_or_si128(equal(bytes, '.'), equal(bytes, '_')));
+    // '&' and '.' differ in one bit.
+    const ByteBlock ampersandOrDot = equal(_mm_or_si128(bytes, _mm_set1_epi8('&' ^ '.')), '.');
+    const ByteBlock marks = _mm_or_si128(ampersandOrDot, equal(bytes, '_'));
     const ByteBlock digits = inRange(bytes, '0', '9');
     return _mm_or_si128(_mm_or_si128(inRange(lowered, 'a', 'z'), digits), marks);
 }

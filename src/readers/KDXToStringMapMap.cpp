@@ -2,6 +2,8 @@
 #include <kiv/StringUtilities.h>
 
 #include <iterator>
+#include <tuple>
+#include <utility>
 
 #include "external/PathText.h"
 #include "parser/PhysicalLines.h"
@@ -144,7 +146,9 @@ void KDXToStringMapMap::closeObject() {
 // Text mostly comes in the order of the map, so that an object belongs right behind the one before.
 KDXToStringMapMap::Entry KDXToStringMapMap::enterPath() {
     if (!converting) return outputMap.try_emplace(path).first;
-    const auto entry = outputMap.try_emplace(nextEntry, path);
+    // Unlike try_emplace(), this looks at the place just once when the object is new.
+    const auto entry = outputMap.emplace_hint(nextEntry, std::piecewise_construct,
+                                              std::forward_as_tuple(path), std::tuple<>());
     nextEntry = std::next(entry);
     return entry;
 }
