@@ -1,6 +1,8 @@
 #include <kiv/KDXToStringMapMap.h>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +11,7 @@
 #include "JsonText.h"
 #include "Output.h"
 #include "ReadChecked.h"
+#include "Utf8Check.h"
 
 namespace kdx {
 namespace {
@@ -92,13 +95,50 @@ private:
     const Settings& settings;
 };
 
+/// One of the files.
+struct Side {
+    std::string name;
+    std::string text;
+    kiv::StringMapMap map;
+};
+
+/// What `map` has and `other` has not, or has otherwise.
+kiv::StringMapMap onlyIn(const kiv::StringMapMap& map, const kiv::StringMapMap& other) {
+    kiv::StringMapMap only;
+    for (const auto& [path, parameters] : map) {
+        const auto counterpart = other.find(path);
+        if (counterpart == other.end()) {
+            only.emplace(path, parameters);
+        } else if (counterpart->second != parameters) {
+            std::set_difference(parameters.begin(), parameters.end(), counterpart->second.begin(),
+                                counterpart->second.end(),
+                                std::inserter(only[path], only[path].end()));
+        }
+    }
+    return only;
+}
+
+/// Whether JSON can hold what differs; says what it cannot hold.
+bool fitsJson(const Side& side, const Side& other, const Settings& settings) {
+    Findings findings(kDefaultMaxErrors);
+    checkUtf8(side.text, onlyIn(side.map, other.map), findings);
+    std::string diagnostics;
+    findings.append(diagnostics, side.name, settings, "");
+    writeError(diagnostics);
+    return findings.errors() == 0;
+}
+
 Status run(const Options& options, const Settings& settings) {
-    std::array<kiv::StringMapMap, 2> maps;
+    std::array<Side, 2> sides;
     const auto read = [&](const std::string& file, std::size_t index) {
         Outcome outcome;
         std::optional<CheckedSource> source =
             readChecked(file, Demand::structure, settings, outcome);
-        if (source) kiv::KDXToStringMapMap::convert(std::move(*source).takeText(), maps.at(index));
+        if (!source) return outcome;
+        Side& side = sides.at(index);
+        side.name = source->name;
+        side.text = std::move(*source).takeText();
+        kiv::KDXToStringMapMap::convert(side.text, side.map);
         return outcome;
     };
     if (options.before == kStandardInput && options.after == kStandardInput)
@@ -106,11 +146,16 @@ Status run(const Options& options, const Settings& settings) {
     const FileList list{{options.before, options.after}, {}, Status::fine};
     const Status status = workOnFiles(list, settings, read);
     if (status != Status::fine) return status;
+    const auto& [before, after] = sides;
+    if (settings.json) {
+        const bool beforeFits = fitsJson(before, after, settings);
+        if (!fitsJson(after, before, settings) || !beforeFits) return Status::trouble;
+    }
 
     Report report(settings);
-    walkBoth(maps[0], maps[1],
-             [&](const std::string& path, const Parameters* before, const Parameters* after) {
-                 report.compareObjects(path, before, after);
+    walkBoth(before.map, after.map,
+             [&](const std::string& path, const Parameters* old, const Parameters* changed) {
+                 report.compareObjects(path, old, changed);
              });
     writeOutput(report.text);
     return report.text.empty() ? Status::fine : Status::findings;

@@ -272,7 +272,13 @@ class Results(KdxTest):
         self.write({"a": SAMPLE, "latin": b"B:\nx = \xb0\nEND\n"})
         self.assertEqual(self.run_kdx("map latin a")[:2], (2, SAMPLE_MAP))
         self.expect("map --only Sample latin a", "", SAMPLE_MAP)
-        for arguments in ["get latin /B", "diff a latin", "find latin --type B"]:
+        self.expect("diff --json a latin", "", "", 2,
+                    '{"file":"latin","line":2,"column":5,"severity":"error","rule":"no-utf8",'
+                    '"message":"/B, x: the byte 0xB0' + cure + '"}\n')
+        self.write({"latin2": b"B:\nx = \xb0\ny = 1\nEND\n"})
+        self.expect("diff --json latin latin2", "",
+                    '{"change":"added","path":"/B","name":"y","after":"1"}\n', 1)
+        for arguments in ["get latin /B", "find latin --type B"]:
             got, output, errors = self.run_kdx(arguments + " --json")
             self.assertEqual((got, output), (2, ""))
             self.assertIn("no UTF-8 cannot be put into JSON", errors)
