@@ -215,6 +215,7 @@ JobTypes floorJobs() {
     return {{"events", "floor", "kdx", makeJob<TouchLines>},
             {"re-indent", "floor", "kdx", makeJob<CopyLines>},
             {"text-to-map", "floor", "kdx", makeJob<FillMap>},
+            {"lines-to-map", "floor", "kdx", makeJob<FillMap>},
             {"map-to-text", "floor", "kdx", makeJob<AppendText>}};
 }
 

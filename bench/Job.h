@@ -25,6 +25,10 @@ public:
     virtual Counts counts() const = 0;
 };
 
+/// Calls prepare(), and makes memory what it is before each run that is measured: fresh memory is
+/// not paid for, and free blocks are not scattered.
+void prepareRun(Job& job);
+
 /// A contestant's way to do a task.
 struct JobType {
     std::string task;  ///< "events", "text-to-map", "lines-to-map", "map-to-text", "re-indent"

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "Corpus.h"
@@ -93,7 +95,8 @@ private:
 
     void makeEntry() {
         const auto hint = open.empty() ? map.end() : std::next(last);
-        last = map.try_emplace(hint, path);
+        last = map.emplace_hint(hint, std::piecewise_construct, std::forward_as_tuple(path),
+                                std::tuple<>());
         open.push_back({last, path.size()});
     }
 

@@ -8,27 +8,15 @@
 
 #include <algorithm>
 #include <iostream>
-#include <new>
 
 #include "Job.h"
 
 namespace {
 
-// A map built from the scattered blocks of a freed one costs far more than one built from fresh
-// memory. The allocator joins free blocks when it has to find a large one. Of this size it keeps
-// the block when it is freed, and with it the memory of the runs: no run pays for fresh pages.
-void joinFreeBlocks() {
-    constexpr std::size_t kLarge = std::size_t{24} << 20U;
-    void* block = ::operator new(kLarge);
-    benchmark::DoNotOptimize(block);
-    ::operator delete(block);
-}
-
 void measure(benchmark::State& state, const bench::JobType& type, const bench::Corpus& corpus) {
     const bench::Counts expected = corpus.expected(type.format);
     const auto job = type.make(corpus);
-    job->prepare();
-    joinFreeBlocks();
+    bench::prepareRun(*job);
     job->run();
     if (!(job->counts() == expected)) {
         state.SkipWithError(("saw " + toText(job->counts())).c_str());
@@ -36,8 +24,7 @@ void measure(benchmark::State& state, const bench::JobType& type, const bench::C
     }
     for ([[maybe_unused]] const auto iteration : state) {
         state.PauseTiming();
-        job->prepare();
-        joinFreeBlocks();
+        bench::prepareRun(*job);
         state.ResumeTiming();
         job->run();
     }

@@ -2,7 +2,7 @@
 # Measures the library next to other parsers, and prints tables. Installs what is missing.
 #
 #   scripts/bench.sh                 everything below but --quick, and draws the chart
-#   scripts/bench.sh --quick         the library, its floors and RapidJSON: about a minute
+#   scripts/bench.sh --quick         the library, its floors and RapidJSON: half a minute
 #   scripts/bench.sh --all           the same with every other parser
 #   scripts/bench.sh --memory        peak heap of the conversions
 #   scripts/bench.sh --growth        1 MB against 100 MB, one level against 1,000
@@ -89,14 +89,17 @@ instructions() {
     echo "| instructions per parameter | packages | codes |"
     echo "| -------------------------- | -------: | ----: |"
     for task in events text-to-map lines-to-map map-to-text re-indent; do
-        printf '| %-26s | %8s | %5s |\n' "$task" "$(count packages-1 $task)" "$(count codes-1 $task)"
+        packages=$(count packages-1 "$task")
+        codes=$(count codes-1 "$task")
+        printf '| %-26s | %8s | %5s |\n' "$task" "$packages" "$codes"
     done
 }
 
 # count CORPUS TASK: what the library needs for each parameter
 count() {
     valgrind --tool=callgrind --collect-atstart=no --callgrind-out-file="$results/$2-$1.callgrind" \
-        "$programs/one_task" "$corpora" "$1" "$2" KDX >"$results/parameters" 2>"$results/log"
+        "$programs/one_task" "$corpora" "$1" "$2" KDX >"$results/parameters" 2>"$results/log" ||
+        { cat "$results/log" >&2; exit 1; }
     sed -n 's/.*Collected : //p' "$results/log" | tail -n 1 |
         { read -r total; echo $((total / $(cat "$results/parameters"))); }
 }

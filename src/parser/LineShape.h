@@ -73,7 +73,8 @@ inline ByteBlock wordCharacters(ByteBlock bytes) {
     return _mm_or_si128(_mm_or_si128(inRange(lowered, 'a', 'z'), digits), marks);
 }
 
-/// The same as shapeByBytes(). From the line's first byte on, `readable` bytes may be read.
+/// The same as shapeByBytes(). From the line's first byte on, `readable` bytes may be read: from
+/// sixteen on, a line of at most 32 bytes needs no loop.
 inline LineShape shapeOf(std::string_view line, std::size_t readable) {
     if (readable < 16 || line.size() > 32) return shapeByBytes(line);
     // Where both are in the text, nothing waits for the line's length.

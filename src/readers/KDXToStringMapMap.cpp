@@ -146,7 +146,8 @@ void KDXToStringMapMap::closeObject() {
 // Text mostly comes in the order of the map, so that an object belongs right behind the one before.
 KDXToStringMapMap::Entry KDXToStringMapMap::enterPath() {
     if (!converting) return outputMap.try_emplace(path).first;
-    // Unlike try_emplace(), this looks at the place just once when the object is new.
+    // Unlike try_emplace(), this looks at the place just once when the object is new, as nearly all
+    // are. For one that is there, an entry is made in vain.
     const auto entry = outputMap.emplace_hint(nextEntry, std::piecewise_construct,
                                               std::forward_as_tuple(path), std::tuple<>());
     nextEntry = std::next(entry);
