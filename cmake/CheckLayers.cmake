@@ -4,7 +4,8 @@
 # one another.
 
 set(standard "<[a-z_0-9]+>")
-set(external "<kiv/(Error|KDXExport|KDXPath|Messages|StringUtilities)\\.h>|\"external/.*\"")
+set(base "\"base/.*\"")
+set(external "${base}|<kiv/(Error|KDXExport|KDXPath|Messages|StringUtilities)\\.h>")
 set(joining "\"parser/(LineShape|LineTrimming|LogicalLine|PhysicalLines|UndecidedLine)\\.h\"")
 set(walking "\"parser/(PhysicalLines|Walk)\\.h\"")
 set(sixteenBytes "<emmintrin\\.h>")
@@ -41,6 +42,7 @@ function(check_folder folder allowed)
 endfunction()
 
 check_folder(include/kiv     "${standard}|${public}")
+check_folder(src/base        "${standard}|${base}")
 check_folder(src/external    "${standard}|${external}")
 check_folder(src/parser      "${standard}|${external}|${parserFace}|${sixteenBytes}")
 check_folder(src/readers     "${standard}|${external}|${readersFace}|${walking}")

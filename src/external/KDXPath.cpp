@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "PathText.h"
+#include "base/PathText.h"
 
 namespace kiv {
 

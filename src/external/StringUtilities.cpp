@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "Blank.h"
-#include "Whitespace.h"
+#include "base/Blank.h"
+#include "base/Whitespace.h"
 
 namespace kiv::StringUtilities {
 

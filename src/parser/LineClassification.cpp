@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "external/Blank.h"
-#include "external/Whitespace.h"
+#include "base/Blank.h"
+#include "base/Whitespace.h"
 #include "parser/LineTrimming.h"
 
 // A line, without its comment and outer blanks, is

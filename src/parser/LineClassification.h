@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "external/Blank.h"
-#include "external/Whitespace.h"
+#include "base/Blank.h"
+#include "base/NameCharacter.h"
+#include "base/Whitespace.h"
 #include "parser/LineShape.h"
 #include "parser/LineTrimming.h"
-#include "parser/NameCharacter.h"
 
 namespace kiv::detail {
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <string_view>
 
-#include "external/Blank.h"
-#include "parser/NameCharacter.h"
+#include "base/Blank.h"
+#include "base/NameCharacter.h"
 
 #ifdef __SSE2__
 #include <emmintrin.h>

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "external/Blank.h"
+#include "base/Blank.h"
 
 // The comment of a line begins at its first '#'. A line that begins with '!' has none. When a
 // backslash stands right before that '#', the line has none either, whatever follows.

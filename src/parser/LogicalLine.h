@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "external/Blank.h"
+#include "base/Blank.h"
 
 namespace kiv::detail {
 

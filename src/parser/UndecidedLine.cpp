@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "external/Blank.h"
+#include "base/Blank.h"
+#include "base/NameCharacter.h"
 #include "parser/LineTrimming.h"
 #include "parser/LogicalLine.h"
-#include "parser/NameCharacter.h"
 
 // While the kind is open, the text holds no '#' and begins with a name character or, for good,
 // with something that no line begins with. So a further physical line can only decide the kind

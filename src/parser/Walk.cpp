@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "external/Blank.h"
+#include "base/Blank.h"
 
 namespace kiv::detail {
 namespace {

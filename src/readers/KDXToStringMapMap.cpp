@@ -5,7 +5,7 @@
 #include <tuple>
 #include <utility>
 
-#include "external/PathText.h"
+#include "base/PathText.h"
 #include "parser/PhysicalLines.h"
 #include "parser/Walk.h"
 

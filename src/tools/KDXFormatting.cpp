@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "external/Blank.h"
+#include "base/Blank.h"
 #include "parser/LineShape.h"
 #include "parser/LineTrimming.h"
 #include "parser/LogicalLine.h"

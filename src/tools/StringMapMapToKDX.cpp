@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "external/PathText.h"
+#include "base/PathText.h"
 
 namespace kiv {
 namespace {

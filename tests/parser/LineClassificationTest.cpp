@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "external/Blank.h"
-#include "parser/NameCharacter.h"
+#include "base/Blank.h"
+#include "base/NameCharacter.h"
 
 using Parser = kiv::MiniKDXParser;
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "MachineWord.h"
+#include "base/MachineWord.h"
 
 // Path text is a sequence of components, each "/", a type and optionally ":" and a name:
 //

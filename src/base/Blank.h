@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "MachineWord.h"
+#include "base/MachineWord.h"
 
 namespace kiv::detail {
 
