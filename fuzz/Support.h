@@ -18,11 +18,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace fuzz {
 
-/// Ends the process, which a fuzzer takes for a finding, where a law does not hold.
+/// What happens where a law does not hold: the end of the process, which a fuzzer takes for a
+/// finding.
+inline void (*onBrokenLaw)() = std::abort;
+
 inline void require(bool holds, const char* law) {
     if (holds) return;
     std::cerr << "BROKEN LAW: " << law << '\n';
-    std::abort();
+    onBrokenLaw();
 }
 
 /// Hands out the input piece by piece.

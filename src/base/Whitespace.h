@@ -31,4 +31,15 @@ inline std::string_view simplified(std::string_view text, std::string& storage) 
     return storage;
 }
 
+/// Where byte `offset` of the simplified text stands in the text itself, which must have no outer
+/// blanks. `offset` may be the end.
+inline std::size_t offsetBeforeSimplifying(std::string_view text, std::size_t offset) {
+    std::size_t at = 0;
+    for (; offset > 0; --offset) {
+        const bool blank = isBlank(text[at++]);
+        while (blank && isBlank(text[at])) ++at;
+    }
+    return at;
+}
+
 }  // namespace kiv::detail

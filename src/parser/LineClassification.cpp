@@ -33,13 +33,16 @@ LineType classifyOther(std::string_view text, std::size_t nameLength) {
 
 LineParts LineSplitter::splitBehindBlanks(std::string_view line) {
     const std::string_view text = withoutLeadingBlanks(line);
-    return splitShaped(text, shapeByBytes(text));
+    LineParts parts = splitShaped(text, shapeByBytes(text));
+    if (parts.hash != std::string_view::npos) parts.hash += line.size() - text.size();
+    return parts;
 }
 
-LineParts LineSplitter::splitOther(std::string_view text, std::size_t nameLength) {
+LineParts LineSplitter::splitOther(std::string_view text, std::size_t nameLength,
+                                   std::size_t hash) {
     const LineType kind = classifyOther(text, nameLength);
-    if (kind != MiniKDXParser::lineUnrecognised) return {kind, {}, {}};
-    return {kind, trimLine(text).substr(0, nameLength), {}};
+    if (kind != MiniKDXParser::lineUnrecognised) return {kind, {}, {}, hash};
+    return {kind, trimLine(text).substr(0, nameLength), {}, hash};
 }
 
 }  // namespace detail

@@ -2,6 +2,7 @@
 
 #include <kiv/MiniKDXParser.h>
 
+#include <cassert>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -43,11 +44,13 @@ inline LineType classifyText(std::string_view text, std::size_t nameLength = 0) 
     return classifyOther(text, static_cast<std::size_t>(end - text.data()));
 }
 
-/// A line's kind and its two halves, which are what MiniKDXParser::determineLineType() gives.
+/// A line's kind and its two halves, which are what MiniKDXParser::determineLineType() gives, and
+/// the position of its first '#', npos when there is none.
 struct LineParts {
     LineType kind;
     std::string_view first;
     std::string_view second;
+    std::size_t hash;
 };
 
 /// Cuts line after line into its parts: views of the line, or of the splitter where a name's
@@ -57,6 +60,7 @@ public:
     /// From the line's first byte on, `readable` bytes may be read.
     // Taken into the walk over the lines, where a call would be a fiftieth of its instructions.
     [[gnu::always_inline]] LineParts split(std::string_view line, std::size_t readable) {
+        assert(!isNameCharacter(line.data()[line.size()]));
         const LineShape shape = shapeOf(line, readable);
         const char* const begin = line.data();
         if (isBlank(begin[shape.spaces])) return splitBehindBlanks(line);
@@ -71,15 +75,15 @@ private:
             const std::string_view text = line.substr(shape.spaces);
             const std::size_t nameLength = shape.nameEnd - shape.spaces;
             // What most such lines are, without a call.
-            if (isPlainEnd(text, nameLength)) return {MiniKDXParser::lineEnd, {}, {}};
-            return splitOther(text, nameLength);
+            if (isPlainEnd(text, nameLength)) return {MiniKDXParser::lineEnd, {}, {}, shape.hash};
+            return splitOther(text, nameLength, shape.hash);
         }
         const std::string_view first = nameOf(line, shape);
-        std::string_view second = withoutComment(line, shape.hash);
+        std::string_view second = line.substr(0, commentBegin(line, shape.hash));
         second.remove_prefix(shape.nameEnd + 1);
         second = withoutOuterBlanks(second);
-        if (stop == '=') return {MiniKDXParser::lineParameter, first, second};
-        return {MiniKDXParser::lineObject, first, simplified(second, simplifiedSecond)};
+        if (stop == '=') return {MiniKDXParser::lineParameter, first, second, shape.hash};
+        return {MiniKDXParser::lineObject, first, simplified(second, simplifiedSecond), shape.hash};
     }
 
     /// The run without blanks that carry no meaning.
@@ -96,7 +100,7 @@ private:
     LineParts splitBehindBlanks(std::string_view line);
 
     /// The same for what is neither an object nor a parameter.
-    static LineParts splitOther(std::string_view text, std::size_t nameLength);
+    static LineParts splitOther(std::string_view text, std::size_t nameLength, std::size_t hash);
 
     std::string simplifiedFirst;
     std::string simplifiedSecond;

@@ -10,11 +10,18 @@
 
 namespace kiv::detail {
 
-/// The part of the text that is no comment, where its first '#' is at `hash`, npos for none.
-inline std::string_view withoutComment(std::string_view text, std::size_t hash) {
-    if (hash == std::string_view::npos) return text;
-    if (hash > 0 && text[hash - 1] == '\\') return text;
-    return text.substr(0, hash);
+/// Where the comment of a line begins whose first '#' is at `hash`, npos for none: the end of the
+/// line when it has no comment. The line must not begin with '!'.
+inline std::size_t commentBegin(std::string_view line, std::size_t hash) {
+    if (hash == std::string_view::npos) return line.size();
+    return hash > 0 && line[hash - 1] == '\\' ? line.size() : hash;
+}
+
+/// The same for any line, which may begin with blanks.
+inline std::size_t findComment(std::string_view line, std::size_t hash) {
+    const std::string_view text = withoutLeadingBlanks(line);
+    if (!text.empty() && text.front() == '!') return line.size();
+    return commentBegin(line, hash);
 }
 
 /// The part of a line that carries meaning, as a view of it: without leading blanks and, unless it
@@ -25,7 +32,7 @@ inline std::string_view withoutComment(std::string_view text, std::size_t hash) 
 inline std::string_view trimLine(std::string_view line, std::size_t nameLength = 0) {
     const std::string_view text = withoutLeadingBlanks(line);
     if (text.empty() || text.front() == '!') return text;
-    return withoutTrailingBlanks(withoutComment(text, text.find('#', nameLength)));
+    return withoutTrailingBlanks(text.substr(0, commentBegin(text, text.find('#', nameLength))));
 }
 
 /// The line without outer blanks and, unless it begins with '!' or '$', without the first '#' and

@@ -5,8 +5,6 @@
 
 #include <string>
 
-#include "base/Blank.h"
-
 namespace kiv::detail {
 namespace {
 
@@ -23,13 +21,6 @@ std::string shownText(std::string_view text) {
 void throwUnknownSyntax(std::string_view line) {
     const std::string message = UserMsg(kUnknownSyntax, nullptr).arg(shownText(line));
     throw data::invalid("MiniKDXParser", "parse", message, errorTypeFailure);
-}
-
-std::string_view firstPhysicalLine(std::string_view line) {
-    const std::string_view trimmed = withoutTrailingBlanks(line);
-    if (!isContinued(trimmed)) return line;
-    if (line.find("\\ ") == std::string_view::npos) return line;
-    return withoutLeadingBlanks(trimmed);
 }
 
 }  // namespace kiv::detail

@@ -11,15 +11,36 @@ namespace kiv::detail {
 /// @throws kiv::data::invalid, with the line in its message.
 [[noreturn]] void throwUnknownSyntax(std::string_view line);
 
-/// Whether the line behind this one may belong to it; false for nearly all lines.
-inline bool mayBeContinued(std::string_view line) {
-    return !line.empty() && (line.back() == '\\' || isBlank(line.back()));
-}
+/// Reads logical lines and splits them, in storage that serves line after line.
+class LogicalLineReader {
+public:
+    /// Reads the logical line that begins with the physical line at `lineNumber`, which then is the
+    /// index of its last one. `line` becomes the logical line; it and its parts are views that live
+    /// until the next call.
+    /// @return false when there is no such line.
+    // Taken into both loops that read all lines, where a call would be a fiftieth of the
+    // instructions.
+    template <typename Lines>
+    [[gnu::always_inline]] bool read(Lines& lines, std::size_t& lineNumber, std::string_view& line,
+                                     LineParts& parts) {
+        if (!lines.read(lineNumber, line)) return false;
+        std::size_t readable = lines.readable(line);
+        if (mayBeContinued(line)) {
+            line = logicalLine.join(firstPhysicalLine(line), [&](std::string_view& next) {
+                if (!lines.read(lineNumber + 1, next)) return false;
+                ++lineNumber;
+                return true;
+            });
+            readable = line.size();
+        }
+        parts = splitter.split(line, readable);
+        return true;
+    }
 
-/// The first physical line of a logical line. A backslash that only blanks follow is made its last
-/// byte, so that the line is continued, provided that a backslash and a space stand side by side
-/// somewhere in it: a backslash and a carriage return alone continue nothing.
-std::string_view firstPhysicalLine(std::string_view line);
+private:
+    LogicalLine logicalLine;
+    LineSplitter splitter;
+};
 
 /// Walks physical lines from the first to the last, joins continued ones, and tells `sink` what
 /// they are: newObject(type, name), newParameter(name, value), endObject() and newAction(line).
@@ -30,21 +51,10 @@ std::string_view firstPhysicalLine(std::string_view line);
 /// @throws kiv::data::invalid at the first line that is no KDX, and whatever the sink throws.
 template <typename Lines, typename Sink>
 void walk(Lines lines, Sink& sink, std::size_t& lineNumber) {
-    LogicalLine logicalLine;
-    LineSplitter splitter;
-    const auto next = [&lines, &lineNumber](std::string_view& line) {
-        if (!lines.read(lineNumber + 1, line)) return false;
-        ++lineNumber;
-        return true;
-    };
+    LogicalLineReader reader;
     std::string_view line;
-    for (lineNumber = 0; lines.read(lineNumber, line); ++lineNumber) {
-        std::size_t readable = lines.readable(line);
-        if (mayBeContinued(line)) {
-            line = logicalLine.join(firstPhysicalLine(line), next);
-            readable = line.size();
-        }
-        const LineParts parts = splitter.split(line, readable);
+    LineParts parts{};
+    for (lineNumber = 0; reader.read(lines, lineNumber, line, parts); ++lineNumber) {
         switch (parts.kind) {
             case MiniKDXParser::lineObject: sink.newObject(parts.first, parts.second); break;
             case MiniKDXParser::lineParameter: sink.newParameter(parts.first, parts.second); break;

@@ -1,0 +1,208 @@
+#include <kiv/Error.h>
+#include <kiv/KDXReader.h>
+
+#include <algorithm>
+
+#include "base/Blank.h"
+#include "base/Whitespace.h"
+#include "parser/LineTrimming.h"
+#include "parser/PhysicalLines.h"
+#include "parser/Walk.h"
+
+namespace kiv {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::size_t markLength(std::string_view text) {
+    return text.substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
+}
+
+std::size_t indentationOf(std::string_view line) {
+    return line.size() - detail::withoutLeadingBlanks(line).size();
+}
+
+/// The position, in a logical line, of the ':' or '=' that ends its first half.
+std::size_t separatorIn(std::string_view line) {
+    return std::min(line.find_first_of(":="), line.size());
+}
+
+/// Where byte `offset` of the logical line of a statement stands in the statement's source.
+std::size_t sourceOffsetOf(std::string_view source, std::size_t offset) {
+    detail::TextLines lines(source);
+    std::string_view line;
+    lines.next(line);
+    std::size_t found = offset;
+    detail::LogicalLine().join(
+        detail::firstPhysicalLine(line), [&](std::string_view& next) { return lines.next(next); },
+        [&](std::size_t begin, std::string_view share) {
+            if (begin <= offset)
+                found = static_cast<std::size_t>(share.data() - source.data()) + offset - begin;
+        });
+    return found;
+}
+
+void refuse(const char* function) {
+    throw internal::error("KDXReader", function, "There is no byte at this position.",
+                          errorTypeFailure);
+}
+
+}  // namespace
+
+struct KDXReader::State {
+    explicit State(std::string_view wholeText, std::size_t limit)
+        : text(wholeText), lines(text.substr(markLength(text))), maxDepth(limit) {}
+
+    std::size_t position() const { return text.size() - lines.unread(); }
+
+    /// The index of the line in which the text ends.
+    std::size_t endLine() const { return nextLine - (nextLine > 0 && text.back() != '\n' ? 1 : 0); }
+
+    /// Counts the open objects. @return how many are around the statement.
+    std::size_t enter(MiniKDXParser::lineType kind) {
+        if (kind == MiniKDXParser::lineObject) return openObjects++;
+        if (kind == MiniKDXParser::lineEnd && openObjects > 0) --openObjects;
+        return openObjects;
+    }
+
+    std::string_view text;
+    detail::BorrowedTextLines lines;
+    detail::LogicalLineReader logicalLines;
+    std::size_t nextLine = 0;  // the index of the physical line behind the statement
+    std::size_t openObjects = 0;
+    std::size_t maxDepth;
+};
+
+KDXReader::KDXReader(std::string_view text, std::size_t maxDepth)
+    : state(std::make_unique<State>(text, maxDepth)) {
+    current.source = text.substr(state->position(), 0);
+}
+KDXReader::KDXReader(KDXReader&&) noexcept = default;
+KDXReader& KDXReader::operator=(KDXReader&&) noexcept = default;
+KDXReader::~KDXReader() = default;
+
+bool KDXReader::next() {
+    if (tooDeep) return false;
+    const std::size_t begin = state->position();
+    firstLine = lastLine = state->nextLine;
+    detail::LineParts parts{};
+    if (!state->logicalLines.read(state->lines, lastLine, current.line, parts)) {
+        firstLine = lastLine = state->endLine();
+        current = {};
+        current.source = state->text.substr(begin);
+        return false;
+    }
+    state->nextLine = lastLine + 1;
+    current.kind = parts.kind;
+    current.first = parts.first;
+    current.second = parts.second;
+    current.commentBegin = parts.hash == std::string_view::npos
+                               ? current.line.size()
+                               : detail::findComment(current.line, parts.hash);
+    current.source = state->text.substr(begin, state->position() - begin);
+    current.depth = state->enter(parts.kind);
+    tooDeep = current.kind == MiniKDXParser::lineObject && current.depth >= state->maxDepth;
+    return !tooDeep;
+}
+
+std::string_view KDXReader::comment() const noexcept {
+    return detail::withoutTrailingBlanks(current.line.substr(current.commentBegin));
+}
+
+std::string_view KDXReader::text() const noexcept {
+    return detail::trimLine(current.line.substr(0, current.commentBegin));
+}
+
+std::string_view KDXReader::lineEnd() const noexcept {
+    const std::string_view source = current.source;
+    if (source.empty() || source.back() != '\n') return source.substr(source.size());
+    const bool withReturn = source.size() > 1 && source[source.size() - 2] == '\r';
+    return source.substr(source.size() - (withReturn ? 2 : 1));
+}
+
+bool KDXReader::hasByteOrderMark() const noexcept {
+    return markLength(state->text) != 0;
+}
+
+/// Finds the bytes of a statement's parts in its logical line.
+class KDXReader::Places {
+public:
+    explicit Places(const KDXReader& givenReader)
+        : reader(givenReader), statement(givenReader.current) {}
+
+    std::string_view textOf(Part part) const {
+        switch (part) {
+            case Part::line: return statement.line;
+            case Part::text: return reader.text();
+            case Part::first: return statement.first;
+            case Part::second: return statement.second;
+            case Part::comment: return reader.comment();
+        }
+        return {};
+    }
+
+    std::size_t offsetOf(Part part, std::size_t byte) const {
+        switch (part) {
+            case Part::line: return byte;
+            case Part::text: return indentationOf(statement.line) + byte;
+            case Part::first: return offsetInFirst(byte);
+            case Part::second: return offsetInSecond(byte);
+            case Part::comment: return statement.commentBegin + byte;
+        }
+        return 0;
+    }
+
+private:
+    std::size_t offsetInFirst(std::size_t byte) const {
+        const std::size_t begin = indentationOf(statement.line);
+        return statement.kind == MiniKDXParser::lineUnrecognised ? begin + byte
+                                                                 : beforeSimplifying(begin, byte);
+    }
+
+    std::size_t offsetInSecond(std::size_t byte) const {
+        const std::size_t separator = separatorIn(statement.line);
+        const std::size_t begin = std::min(separator + 1, statement.line.size());
+        if (statement.second.empty()) return begin;
+        const std::size_t half = begin + indentationOf(statement.line.substr(begin));
+        // A value keeps its inner blanks.
+        return statement.kind == MiniKDXParser::lineParameter ? half + byte
+                                                              : beforeSimplifying(half, byte);
+    }
+
+    /// The position of a byte of a half that begins at `begin` and was simplified.
+    std::size_t beforeSimplifying(std::size_t begin, std::size_t byte) const {
+        return begin + detail::offsetBeforeSimplifying(statement.line.substr(begin), byte);
+    }
+
+    const KDXReader& reader;
+    const Statement& statement;
+};
+
+KDXPlace KDXReader::place() const {
+    return placeOf(Part::text);
+}
+
+KDXPlace KDXReader::placeOf(Part part, std::size_t byte) const {
+    const Places places(*this);
+    const std::size_t size = places.textOf(part).size();
+    if (byte > size) refuse("placeOf");
+    // Behind the last byte of a part, or in front of one that is empty, lines may have been joined:
+    // what counts is the byte before.
+    const std::size_t offset = places.offsetOf(part, byte);
+    const bool inside = byte < size || offset == 0;
+    return placeInSource(inside ? sourceOffsetOf(current.source, offset)
+                                : sourceOffsetOf(current.source, offset - 1) + 1);
+}
+
+KDXPlace KDXReader::placeInSource(std::size_t byte) const {
+    const std::string_view source = current.source;
+    if (byte > source.size()) refuse("placeInSource");
+    const auto feeds = std::count(source.begin(), source.begin() + byte, '\n');
+    const std::string_view text = state->text;
+    const std::size_t offset = static_cast<std::size_t>(source.data() - text.data()) + byte;
+    const std::size_t lineBegin =
+        std::max(text.substr(0, offset).rfind('\n') + 1, markLength(text));
+    return {offset, firstLine + static_cast<std::size_t>(feeds) + 1, offset - lineBegin + 1};
+}
+
+}  // namespace kiv
