@@ -189,6 +189,12 @@ public:
     /// its object; alone, only one that closes nothing can be removed.
     void remove(Node node);
 
+    /// Removes all objects that a path or pattern matches, or all parameters of a name in them, as
+    /// remove() does: none is left for readers to see.
+    /// @return how many there were.
+    std::size_t removeObjects(const KDXSteps& path);
+    std::size_t removeParameters(const KDXSteps& path, std::string_view name);
+
     /// Puts a statement, all that is in it, and the comments that belong to it elsewhere; what is
     /// moved is indented like its new neighbours. An object that is never closed cannot be moved:
     /// kiv::data::invalid. Nodes stay good.

@@ -332,11 +332,15 @@ Block blockOf(const StatementTree& tree, Index index) {
     return {tree.firstOwned(index), index};
 }
 
-/// The block must not leave a line at the beginning of the text that becomes a byte order mark.
-void requireRemovable(const char* function, const StatementTree& tree, const Block& block) {
-    if (tree.previousInText(block.first) != kRoot) return;
-    const Index next = tree.nextBehind(block.last);
-    if (next != kNone) requireNoMark(function, tree, tree.bytesOf(next));
+/// What goes must not leave a line at the beginning of the text that becomes a byte order mark. The
+/// blocks stand in text order.
+void requireRemovable(const char* function, const StatementTree& tree,
+                      const std::vector<Block>& blocks) {
+    Index first = tree.nextInText(kRoot);
+    for (const Block& block : blocks)
+        if (first == block.first) first = tree.nextBehind(block.last);
+    if (first != kNone && first != tree.nextInText(kRoot))
+        requireNoMark(function, tree, tree.bytesOf(first));
 }
 
 void requireMovable(const char* function, const StatementTree& tree, Index index) {
@@ -347,6 +351,22 @@ void requireMovable(const char* function, const StatementTree& tree, Index index
 bool isInside(const StatementTree& tree, Index index, Index outer) {
     while (index != kRoot && index != outer) index = tree.at(index).parent;
     return index == outer;
+}
+
+/// Removes statements, which stand in text order, with their blocks.
+std::size_t removeAll(const char* function, KDXDocument::Impl& document,
+                      const std::vector<Node>& nodes) {
+    StatementTree& tree = document.tree;
+    std::vector<Block> blocks;
+    for (const Node node : nodes) {
+        const Index index = document.statementOf(function, node);
+        if (tree.isEnd(index) && tree.at(index).parent != kRoot) refuseCall(function, kNoEnd);
+        const bool isGoing = !blocks.empty() && isInside(tree, index, blocks.back().last);
+        if (!isGoing) blocks.push_back(blockOf(tree, index));
+    }
+    requireRemovable(function, tree, blocks);
+    for (const Block& block : blocks) tree.remove(block.first, block.last);
+    return nodes.size();
 }
 
 /// Whether a block already stands where it is to be put.
@@ -369,7 +389,7 @@ void layOut(const StatementTree& tree, const Block& block, const Layout& layout,
 
 void moveBlock(const char* function, StatementTree& tree, const Block& block, const Spot& spot) {
     const Layout layout = detail::layoutAt(tree, spot.parent, spot.behind);
-    requireRemovable(function, tree, block);
+    requireRemovable(function, tree, {block});
     if (statementBefore(tree, spot) == kRoot)
         requireNoMark(function, tree, tree.bytesOf(block.first));
     Change change(tree);
@@ -509,12 +529,15 @@ void KDXDocument::setComment(Node node, std::string_view comment) {
 }
 
 void KDXDocument::remove(Node node) {
-    StatementTree& tree = impl->tree;
-    const Index index = impl->statementOf("remove", node);
-    if (tree.isEnd(index) && tree.at(index).parent != kRoot) refuseCall("remove", kNoEnd);
-    const Block block = blockOf(tree, index);
-    requireRemovable("remove", tree, block);
-    tree.remove(block.first, block.last);
+    removeAll("remove", *impl, {node});
+}
+
+std::size_t KDXDocument::removeObjects(const KDXSteps& path) {
+    return removeAll("removeObjects", *impl, findObjects(path));
+}
+
+std::size_t KDXDocument::removeParameters(const KDXSteps& path, std::string_view name) {
+    return removeAll("removeParameters", *impl, findParameters(path, name));
 }
 
 void KDXDocument::move(Node node, Where where) {
@@ -536,7 +559,7 @@ Node KDXDocument::moveFrom(KDXDocument& other, Node node, Where where) {
     const Index index = other.impl->statementOf("moveFrom", node);
     requireMovable("moveFrom", source, index);
     const Block block = blockOf(source, index);
-    requireRemovable("moveFrom", source, block);
+    requireRemovable("moveFrom", source, {block});
     const Spot spot = spotOf("moveFrom", *impl, where);
     const Layout layout = detail::layoutAt(impl->tree, spot.parent, spot.behind);
     std::string text;

@@ -124,6 +124,11 @@ const std::vector<EditRow> kMoves = {
 };
 
 const std::vector<EditRow> kPaths = {
+    {"A: s\n  # of x\n  x = 1\n  x = 2\n  y = 3\nEND\nA: s\n  x = 4\nEND\n",
+     [](KDXDocument& d) { EXPECT_EQ(d.removeParameters(readPath("/A:s"), "x"), 3U); },
+     "A: s\n  y = 3\nEND\nA: s\nEND\n"},
+    {"A:\n  A:\n  END\nEND\nB:\nEND\nA:\n",
+     [](KDXDocument& d) { EXPECT_EQ(d.removeObjects(readPath("/**/A")), 3U); }, "B:\nEND\n"},
     {"A: s\nEND\nA: s\n  x = 1\n  x = 2\nEND\n",
      [](KDXDocument& d) { d.set(readPath("/A:s"), "x", "3"); },
      "A: s\nEND\nA: s\n  x = 3\n  x = 2\nEND\n"},
@@ -188,6 +193,8 @@ const std::vector<RefusalRow> kRefusedData = {
      "mark."},
 };
 const std::vector<RefusalRow> kRefusedCalls = {
+    {"", [](KDXDocument& d) { d.removeObjects({}); },
+     "removeObjects (4): The root is no statement."},
     {"A:\nEND", [](KDXDocument& d) { d.remove(at(d, "END")); },
      "remove (4): The END of an object goes with the object."},
     {"A:\nEND", [](KDXDocument& d) { d.move(at(d, "END"), d.firstIn(d.root())); },
