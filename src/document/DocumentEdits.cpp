@@ -114,12 +114,20 @@ void requireNoMark(const char* function, const StatementTree& tree, std::string_
 
 // ---- Adding.
 
+/// Whether a text may end with this statement and be open there, or lack its line end.
+bool mayLackSomething(std::string_view bytes) {
+    if (bytes.back() != '\n') return true;
+    const std::string_view line = bytes.substr(0, bytes.size() - 1);
+    return !line.empty() && (line.back() == '\\' || detail::isBlank(line.back()));
+}
+
 /// Gives the last statement of the text what it lacks when something comes behind it. @return
 /// whether that is a line end, which what comes then has to do without.
 bool closeTextBefore(Change& change, const StatementTree& tree, const Spot& spot,
                      std::string_view lineEnd) {
     const Index before = statementBefore(tree, spot);
-    if (before == kRoot || tree.nextInText(before) != kNone) return false;
+    if (before == kRoot || !mayLackSomething(tree.bytesOf(before))) return false;
+    if (tree.nextInText(before) != kNone) return false;
     const std::string_view bytes = tree.bytesOf(before);
     const std::string whole = detail::closed(bytes, lineEnd);
     const bool lacksLineEnd = bytes.back() != '\n';

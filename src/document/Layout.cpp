@@ -83,9 +83,7 @@ private:
             lookInto(index, bytes);
         if (hasColon) return;
         const StatementReader statement(bytes);
-        if (tree.isClosed(index))
-            layout.commentEnds = StatementReader(tree.bytesOf(tree.at(index).last))->comment() ==
-                                 endComment(statement->first(), statement->second());
+        if (tree.isClosed(index)) lookAtEnd(tree.bytesOf(tree.at(index).last), statement);
         if (statement->second().empty()) return;
         const std::size_t typeEnd = statement.endOf(Part::first);
         const std::string_view separator =
@@ -93,6 +91,12 @@ private:
         if (!hasOnly(separator, " \t:")) return;
         layout.colon = separator;
         hasColon = true;
+    }
+
+    void lookAtEnd(std::string_view bytes, const StatementReader& object) {
+        if (bytes.size() > kLongestSample) return;
+        layout.commentEnds =
+            StatementReader(bytes)->comment() == endComment(object->first(), object->second());
     }
 
     /// What the first parameter of an object shows.
