@@ -13,6 +13,8 @@ namespace kiv {
 
 namespace detail {
 
+constexpr const char* kNeverClosed = "The object is never closed: its END is missing.";
+
 [[noreturn]] inline void refuseCall(const char* function, const char* message) {
     throw internal::error("KDXDocument", function, message, errorTypeFailure);
 }

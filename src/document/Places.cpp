@@ -1,0 +1,123 @@
+#include "document/Places.h"
+
+#include "base/Blank.h"
+#include "document/Composition.h"
+
+namespace kiv::detail {
+namespace {
+
+using Where = KDXDocument::Where;
+
+constexpr const char* kMarkInFront =
+    "A line would come to stand at the beginning that is then read as a byte order mark.";
+
+/// The last of the blank lines that set comments at the head of the text apart; kNone without any.
+Index endOfHead(const StatementTree& tree) {
+    Index end = kNone;
+    for (Index i = tree.at(kRoot).first; i != kNone && !tree.isSaying(i); i = tree.at(i).next)
+        if (!tree.at(i).isComment) end = i;
+    return end;
+}
+
+/// The last child that says something, the END aside; kNone without any.
+Index lastSaying(const StatementTree& tree, Index parent) {
+    Index index = tree.at(parent).last;
+    if (parent != kRoot && tree.isEnd(index)) index = tree.at(index).previous;
+    while (index != kNone && !tree.isSaying(index)) index = tree.at(index).previous;
+    return index;
+}
+
+/// The child behind which the last statement of an object comes; of a text of comments alone, the
+/// last of them.
+Index lastChildToFollow(const StatementTree& tree, Index parent) {
+    const Index last = lastSaying(tree, parent);
+    return last == kNone && parent == kRoot ? tree.at(kRoot).last : last;
+}
+
+Spot spotBehind(const StatementTree& tree, Index index) {
+    const Index parent = tree.at(index).parent;
+    // Behind an END is behind its object.
+    if (tree.isEnd(index) && parent != kRoot) return {tree.at(parent).parent, parent};
+    return {parent, index};
+}
+
+Spot spotFor(const StatementTree& tree, Where::Side side, Index index) {
+    switch (side) {
+        case Where::Side::first: return {index, index == kRoot ? endOfHead(tree) : kNone};
+        case Where::Side::last: return {index, lastChildToFollow(tree, index)};
+        case Where::Side::before:
+            return {tree.at(index).parent, tree.at(tree.firstOwned(index)).previous};
+        case Where::Side::behind: return spotBehind(tree, index);
+    }
+    return {kRoot, kNone};
+}
+
+/// What came behind an object that is never closed would be in it.
+void requireOpenSpot(const char* function, const StatementTree& tree, const Spot& spot) {
+    const bool isBehindObject = spot.behind != kNone && tree.isObject(spot.behind);
+    if (isBehindObject && !tree.isClosed(spot.behind)) refuseData(function, kNeverClosed);
+}
+
+/// Whether a text may end with this statement and be open there, or lack its line end.
+bool mayLackSomething(std::string_view bytes) {
+    if (bytes.back() != '\n') return true;
+    const std::string_view line = bytes.substr(0, bytes.size() - 1);
+    return !line.empty() && (line.back() == '\\' || isBlank(line.back()));
+}
+
+}  // namespace
+
+Index statementBefore(const StatementTree& tree, const Spot& spot) {
+    return spot.behind == kNone ? spot.parent : tree.lastBelow(spot.behind);
+}
+
+Spot spotOf(const char* function, const KDXDocument::Impl& document, Where where) {
+    const bool isInside = where.side == Where::Side::first || where.side == Where::Side::last;
+    const Index index = isInside ? document.holderOf(function, where.node)
+                                 : document.statementOf(function, where.node);
+    const Spot spot = spotFor(document.tree, where.side, index);
+    requireOpenSpot(function, document.tree, spot);
+    return spot;
+}
+
+void requireNoMark(const char* function, const StatementTree& tree, std::string_view bytes) {
+    if (tree.byteOrderMark().empty() && KDXReader(bytes).hasByteOrderMark())
+        refuseData(function, kMarkInFront);
+}
+
+Spot lastSpotIn(const char* function, const StatementTree& tree, Index object) {
+    const Spot spot = spotFor(tree, Where::Side::last, object);
+    requireOpenSpot(function, tree, spot);
+    return spot;
+}
+
+Spot spotForParameter(const StatementTree& tree, Index object) {
+    Index index = lastSaying(tree, object);
+    while (index != kNone && tree.kindOf(index) != MiniKDXParser::lineParameter)
+        index = tree.at(index).previous;
+    if (index != kNone) return {object, index};
+    return spotFor(tree, Where::Side::first, object);
+}
+
+bool closeTextBefore(Change& change, const StatementTree& tree, const Spot& spot,
+                     std::string_view lineEnd) {
+    const Index before = statementBefore(tree, spot);
+    if (before == kRoot || !mayLackSomething(tree.bytesOf(before))) return false;
+    if (tree.nextInText(before) != kNone) return false;
+    const std::string_view bytes = tree.bytesOf(before);
+    const std::string whole = closed(bytes, lineEnd);
+    const bool lacksLineEnd = bytes.back() != '\n';
+    if (whole.size() != bytes.size()) change.rewrite(before, whole);
+    return lacksLineEnd;
+}
+
+void insertLines(Change& change, const StatementTree& tree, const Spot& spot, std::string lines,
+                 std::string_view lineEnd) {
+    const std::string_view bare = std::string_view(lines).substr(0, lines.size() - lineEnd.size());
+    const bool mayBeOpen = bare.empty() || bare.back() == '\\' || isBlank(bare.back());
+    const std::size_t bareSize = mayBeOpen ? lines.size() : bare.size();
+    if (closeTextBefore(change, tree, spot, lineEnd)) lines.resize(bareSize);
+    change.insert(spot.parent, spot.behind, lines);
+}
+
+}  // namespace kiv::detail
