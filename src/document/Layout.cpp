@@ -24,12 +24,12 @@ public:
     Sampler(const StatementTree& givenTree, Layout& filledLayout)
         : tree(givenTree), layout(filledLayout) {}
 
-    /// Looks at the children of `parent` around the one behind which something comes.
-    void lookAround(Index parent, Index behind) {
+    /// Looks at the children of an object around the one behind which something comes.
+    void lookAround(Index object, Index behind) {
         Index index = behind;
         for (int i = 0; i < kLookAround && index != kNone; ++i, index = tree.at(index).previous)
             look(index);
-        index = behind == kNone ? tree.at(parent).first : tree.at(behind).next;
+        index = behind == kNone ? tree.at(object).first : tree.at(behind).next;
         for (int i = 0; i < kLookAround && index != kNone; ++i, index = tree.at(index).next)
             look(index);
     }
