@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/MiniKDXParser.h>
 #include <kiv/StringMapMap.h>
@@ -34,6 +35,9 @@ public:
 
         /// What is wrong, for a person to read. Lives as long as the exception.
         const std::string& message() const noexcept;
+
+        template <typename Text, typename = detail::IfNoText<Text>>
+        explicit Except(Text) = delete;
 
     private:
         std::string text;
@@ -81,6 +85,14 @@ public:
 
     /// An empty set that lives as long as the program.
     static const std::set<std::string>& noTypeFilter();
+
+    // A null pointer, or 0, is no text: these do not compile.
+    template <typename Text, typename = detail::IfNoText<Text>>
+    static void convert(Text, StringMapMap&, const std::set<std::string>& = noTypeFilter(),
+                        bool = false) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    KDXToStringMapMap(Text, StringMapMap&, const std::set<std::string>& = noTypeFilter(),
+                      bool = false) = delete;
 
 protected:
     void newObject(const std::string& type, const std::string& name) override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/MiniKDXParser.h>
 
@@ -63,6 +64,12 @@ public:
 
     /// The lines found by type, under their keys. The next search by type clears them.
     std::map<std::string, std::vector<std::string>>& getTypeResults();
+
+    // A null pointer, or 0, is no text: these do not compile.
+    template <typename Name, typename = detail::IfNoText<Name>>
+    void parseForObject(Name, int) = delete;
+    template <typename Type, typename GroupType, typename = detail::IfNoText<Type, GroupType>>
+    void parseForObjectsByType(Type, int, GroupType) = delete;
 
 private:
     void newObject(const std::string& type, const std::string& name) override;
