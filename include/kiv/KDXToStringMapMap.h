@@ -124,7 +124,7 @@ private:
     const std::set<std::string>& typeFilter;
     std::string path;  // begins with the path of the innermost open object
     std::vector<OpenObject> pathStack;
-    std::uint32_t skipDepth = 0;
+    std::uint64_t skipDepth = 0;
     bool converting = true;  // the conversion itself runs, so that nobody else changes the map
     bool excludeTypes;
 };
