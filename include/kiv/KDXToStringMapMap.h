@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kiv {
@@ -102,30 +101,14 @@ protected:
 private:
     using Entry = StringMapMap::iterator;
 
-    // An object that is open and taken.
-    struct OpenObject {
-        Entry entry;
-        std::size_t pathLength = 0;
-    };
-
-    KDXToStringMapMap(StringMapMap& map, const std::set<std::string>& types, bool exclude);
-
     class Converter;
 
-    void openObject(std::string_view type, std::string_view name);
-    void addParameter(std::string_view name, std::string_view value);
-    void closeObject();
-    bool isLeftOut(std::string_view type) const;
-    Entry enterPath();
-
-    Entry currentEntry;  // of the innermost open object
-    Entry nextEntry;     // behind the one made last
+    Entry nextEntry;  // behind the one made last, or the end of the map
     StringMapMap& outputMap;
     const std::set<std::string>& typeFilter;
-    std::string path;  // begins with the path of the innermost open object
-    std::vector<OpenObject> pathStack;
+    std::string path;              // begins with the path of the innermost open object
+    std::vector<Entry> pathStack;  // of the objects that are open and taken
     std::uint64_t skipDepth = 0;
-    bool converting = true;  // the conversion itself runs, so that nobody else changes the map
     bool excludeTypes;
 };
 
