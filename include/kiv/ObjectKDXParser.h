@@ -76,7 +76,6 @@ private:
     void newParameter(const std::string& name, const std::string& value) override;
     void endObject() override;
 
-    void takeSearch(ObjectKDXParser& other);
     void startSearch(int limit);
     bool isMatch(const std::string& type, const std::string& name) const;
     bool isWithinDepth() const;

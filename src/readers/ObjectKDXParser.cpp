@@ -6,33 +6,10 @@ namespace kiv {
 
 ObjectKDXParser::ObjectKDXParser(const std::vector<std::string>& lines) : MiniKDXParser(lines) {}
 ObjectKDXParser::ObjectKDXParser(const ObjectKDXParser&) = default;
+ObjectKDXParser::ObjectKDXParser(ObjectKDXParser&&) = default;
 ObjectKDXParser& ObjectKDXParser::operator=(const ObjectKDXParser&) = default;
+ObjectKDXParser& ObjectKDXParser::operator=(ObjectKDXParser&&) = default;
 ObjectKDXParser::~ObjectKDXParser() = default;
-
-ObjectKDXParser::ObjectKDXParser(ObjectKDXParser&& other) : MiniKDXParser(other) {
-    takeSearch(other);
-}
-
-ObjectKDXParser& ObjectKDXParser::operator=(ObjectKDXParser&& other) {
-    MiniKDXParser::operator=(other);
-    takeSearch(other);
-    return *this;
-}
-
-void ObjectKDXParser::takeSearch(ObjectKDXParser& other) {
-    searchName = std::exchange(other.searchName, {});
-    searchType = std::exchange(other.searchType, {});
-    collecting = other.collecting;
-    withinDepth = other.withinDepth;
-    results = std::exchange(other.results, {});
-    typeResults = std::exchange(other.typeResults, {});
-    matchKey = std::exchange(other.matchKey, {});
-    matchDepth = other.matchDepth;
-    depthLimit = other.depthLimit;
-    groupType = std::exchange(other.groupType, {});
-    byName = other.byName;
-    openGroups = std::exchange(other.openGroups, {});
-}
 
 void ObjectKDXParser::parseForObject(std::string name, int limit) {
     searchName = std::move(name);
