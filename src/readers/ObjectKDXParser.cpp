@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/ObjectName.h"
+
 namespace kiv {
 
 ObjectKDXParser::ObjectKDXParser(const std::vector<std::string>& lines) : MiniKDXParser(lines) {}
@@ -82,7 +84,7 @@ void ObjectKDXParser::endObject() {
 
 bool ObjectKDXParser::isMatch(const std::string& type, const std::string& name) const {
     if (!byName) return type == searchType;
-    return (name.empty() ? type : name) == searchName;
+    return detail::nameOrType(type, name) == searchName;
 }
 
 bool ObjectKDXParser::isWithinDepth() const {

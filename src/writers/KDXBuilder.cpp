@@ -9,6 +9,8 @@
 #include <charconv>
 #include <utility>
 
+#include "base/ObjectName.h"
+
 namespace kiv {
 namespace {
 
@@ -133,11 +135,8 @@ void KDXBuilder::pushRoot(const std::string& path) {
         for (std::size_t i = 0; i < root.numComponent(); ++i) {
             const std::string& type = root.getType(i);
             const std::string& name = root.getName(i);
-            if (name.empty() || name == type) {
-                pushObject(type);
-            } else {
-                pushObject(type, name);
-            }
+            const bool isNamed = !detail::writtenName(type, name).empty();
+            isNamed ? pushObject(type, name) : pushObject(type);
         }
     });
 }
