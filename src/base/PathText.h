@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -44,6 +45,7 @@ public:
 
     /// The next component. There must be one.
     PathComponent next() {
+        assert(!atEnd());
         const std::size_t begin = text[end] == '/' ? end + 1 : end;
         end = std::min(text.find('/', begin), text.size());
         const std::string_view component = text.substr(begin, end - begin);
