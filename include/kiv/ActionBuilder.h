@@ -58,8 +58,6 @@ public:
     void addParam(Value) = delete;
 
 private:
-    void addParamImpl(const std::string& name, const std::string& value);
-
     std::string text;
     bool firstParam = true;
 };

@@ -122,10 +122,6 @@ private:
     template <typename Change>
     void changeWholly(Change change);
 
-    void addActionCommon(const std::string& action);
-    void addParamCommon(const std::string& name);
-    void requireRootLevel() const;
-
     std::int32_t level = 0;
     std::string indentStep;
     std::string indent;

@@ -76,16 +76,9 @@ private:
     void newParameter(const std::string& name, const std::string& value) override;
     void endObject() override;
 
-    void startSearch(int limit);
-    bool isMatch(const std::string& type, const std::string& name) const;
-    bool isWithinDepth() const;
-    const std::string& resultKey() const;
-    void forgetClosedGroups();
-
     std::string searchName;
     std::string searchType;
     bool collecting = false;
-    bool withinDepth = true;
     std::vector<std::string> results;
     std::map<std::string, std::vector<std::string>> typeResults;
     std::string matchKey;
