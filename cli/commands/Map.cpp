@@ -49,8 +49,7 @@ std::optional<kiv::StringMapMap> readMap(const std::string& file, const Options&
 Status run(const Options& options, const Settings& settings) {
     const FileList list = listFiles(options.files, settings);
     std::vector<std::optional<kiv::StringMapMap>> maps(list.files.size());
-    // Never freed: the process ends behind it, and it takes as long to free as to print.
-    static auto& map = *new kiv::StringMapMap;
+    kiv::StringMapMap map;
     bool noneRead = true;
     const auto work = [&](const std::string& file, std::size_t index) {
         Outcome outcome;

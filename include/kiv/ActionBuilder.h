@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <string>
@@ -35,12 +36,28 @@ public:
     /// Appends a parameter without a name. A backslash is put before every comma.
     void addParam(const std::string& value);
 
+    /// The same with an integer of any type, in decimal; true is 1 and false is 0.
+    template <typename Integer, detail::IfInteger<Integer> = 0>
+    void addParam(const std::string& name, Integer value) {
+        addParam(name, std::to_string(value));
+    }
+    template <typename Integer, detail::IfInteger<Integer> = 0>
+    void addParam(Integer value) {
+        addParam(std::to_string(value));
+    }
+
     /// The line so far, without a line feed.
     std::string getKDX() const;
 
-private:
-    void addParamImpl(const std::string& name, const std::string& value);
+    // A null pointer, or 0, is no text, and a character no number: these do not compile.
+    template <typename Action, typename = detail::IfNoText<Action>>
+    explicit ActionBuilder(Action) = delete;
+    template <typename Name, typename Value, typename = detail::IfNoParameter<Name, Value>>
+    void addParam(Name, Value) = delete;
+    template <typename Value, typename = detail::IfNoParameter<std::string, Value>>
+    void addParam(Value) = delete;
 
+private:
     std::string text;
     bool firstParam = true;
 };

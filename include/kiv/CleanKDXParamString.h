@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <string>
@@ -29,6 +30,10 @@ public:
 
     /// The same as str().
     operator const std::string&() const;
+
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Value, typename = detail::IfNoText<Value>>
+    explicit CleanKDXParamString(Value) = delete;
 
 private:
     std::string text;

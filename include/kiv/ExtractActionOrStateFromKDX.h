@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <string>
@@ -28,5 +29,9 @@ enum KDXLineType : int {
 /// No text is refused, and nothing is thrown but what an allocation throws.
 KIV_KDX_EXPORT std::vector<std::pair<KDXLineType, std::string>> extractActionOrStateFromKDX(
     const std::string& text);
+
+// A null pointer, or 0, is no text: this does not compile.
+template <typename Text, typename = detail::IfNoText<Text>>
+std::vector<std::pair<KDXLineType, std::string>> extractActionOrStateFromKDX(Text) = delete;
 
 }  // namespace kiv::ExtractActionOrStateFromKDX

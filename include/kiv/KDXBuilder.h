@@ -1,6 +1,7 @@
 #pragma once
 
 #include <kiv/ActionBuilder.h>
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <cstdint>
@@ -70,7 +71,12 @@ public:
     /// The values, separated by ", ".
     void addParam(const std::string& name, const std::vector<std::string>& values);
 
+    /// An integer of any type, in decimal; true is 1 and false is 0.
     void addParam(const std::string& name, int value);
+    template <typename Integer, detail::IfInteger<Integer> = 0>
+    void addParam(const std::string& name, Integer value) {
+        addParam(name, std::to_string(value));
+    }
 
     /// The number in at most six significant digits, with an exponent where it is shorter (0.1,
     /// 1e-05, 1.23457e+06) and a decimal point in every locale.
@@ -97,13 +103,24 @@ public:
     /// @throws kiv::internal::error when an object is open.
     const std::string& getKDX() const;
 
+    // A null pointer, or 0, is no text, and a character no number: these do not compile.
+    template <typename Path, typename = detail::IfNoText<Path>>
+    explicit KDXBuilder(Path) = delete;
+    template <typename... Texts, typename = detail::IfNoText<Texts...>>
+    void pushObject(Texts...) = delete;
+    template <typename... Texts, typename = detail::IfNoText<Texts...>>
+    void pushReplacedObject(Texts...) = delete;
+    template <typename Path, typename = detail::IfNoText<Path>>
+    void pushRoot(Path) = delete;
+    template <typename Name, typename Value, typename... Unit,
+              typename = detail::IfNoParameter<Name, Value, Unit...>>
+    void addParam(Name, Value, Unit...) = delete;
+    template <typename... Texts, typename = detail::IfNoText<Texts...>>
+    void addAction(Texts...) = delete;
+
 private:
     template <typename Change>
     void changeWholly(Change change);
-
-    void addActionCommon(const std::string& action);
-    void addParamCommon(const std::string& name);
-    void requireRootLevel() const;
 
     std::int32_t level = 0;
     std::string indentStep;

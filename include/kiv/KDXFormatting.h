@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <string>
@@ -14,6 +15,10 @@ namespace kiv::KDXFormatting {
 ///
 ///     removeComment("  gain = 10 # dB");  // gain = 10
 KIV_KDX_EXPORT std::string removeComment(const std::string& line);
+
+// A null pointer, or 0, is no text: this does not compile.
+template <typename Line, typename = detail::IfNoText<Line>>
+std::string removeComment(Line) = delete;
 
 /// The lines with their leading blanks replaced by two for each object around them.
 ///

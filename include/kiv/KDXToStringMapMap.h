@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/MiniKDXParser.h>
 #include <kiv/StringMapMap.h>
@@ -7,7 +8,6 @@
 #include <cstdint>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kiv {
@@ -34,6 +34,9 @@ public:
 
         /// What is wrong, for a person to read. Lives as long as the exception.
         const std::string& message() const noexcept;
+
+        template <typename Text, typename = detail::IfNoText<Text>>
+        explicit Except(Text) = delete;
 
     private:
         std::string text;
@@ -82,6 +85,14 @@ public:
     /// An empty set that lives as long as the program.
     static const std::set<std::string>& noTypeFilter();
 
+    // A null pointer, or 0, is no text: these do not compile.
+    template <typename Text, typename = detail::IfNoText<Text>>
+    static void convert(Text, StringMapMap&, const std::set<std::string>& = noTypeFilter(),
+                        bool = false) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    KDXToStringMapMap(Text, StringMapMap&, const std::set<std::string>& = noTypeFilter(),
+                      bool = false) = delete;
+
 protected:
     void newObject(const std::string& type, const std::string& name) override;
     void newParameter(const std::string& name, const std::string& value) override;
@@ -90,30 +101,14 @@ protected:
 private:
     using Entry = StringMapMap::iterator;
 
-    // An object that is open and taken.
-    struct OpenObject {
-        Entry entry;
-        std::size_t pathLength = 0;
-    };
-
-    KDXToStringMapMap(StringMapMap& map, const std::set<std::string>& types, bool exclude);
-
     class Converter;
 
-    void openObject(std::string_view type, std::string_view name);
-    void addParameter(std::string_view name, std::string_view value);
-    void closeObject();
-    bool isLeftOut(std::string_view type) const;
-    Entry enterPath();
-
-    Entry currentEntry;  // of the innermost open object
-    Entry nextEntry;     // behind the one made last
+    Entry nextEntry;  // behind the one made last, or the end of the map
     StringMapMap& outputMap;
     const std::set<std::string>& typeFilter;
-    std::string path;  // begins with the path of the innermost open object
-    std::vector<OpenObject> pathStack;
-    std::uint32_t skipDepth = 0;
-    bool converting = true;  // the conversion itself runs, so that nobody else changes the map
+    std::string path;              // begins with the path of the innermost open object
+    std::vector<Entry> pathStack;  // of the objects that are open and taken
+    std::uint64_t skipDepth = 0;
     bool excludeTypes;
 };
 

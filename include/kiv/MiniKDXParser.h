@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <cstddef>
@@ -85,6 +86,12 @@ public:
 
     /// The same classification, without the halves.
     static lineType determineLineType(const std::string& line);
+
+    // A null pointer, or 0, is no text: these do not compile.
+    template <typename Line, typename = detail::IfNoText<Line>>
+    static lineType determineLineType(Line, std::string&, std::string&) = delete;
+    template <typename Line, typename = detail::IfNoText<Line>>
+    static lineType determineLineType(Line) = delete;
 
 protected:
     /// An object opens. It is not yet on objectStack, which shows the objects around it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/MiniKDXParser.h>
 
@@ -64,22 +65,20 @@ public:
     /// The lines found by type, under their keys. The next search by type clears them.
     std::map<std::string, std::vector<std::string>>& getTypeResults();
 
+    // A null pointer, or 0, is no text: these do not compile.
+    template <typename Name, typename = detail::IfNoText<Name>>
+    void parseForObject(Name, int) = delete;
+    template <typename Type, typename GroupType, typename = detail::IfNoText<Type, GroupType>>
+    void parseForObjectsByType(Type, int, GroupType) = delete;
+
 private:
     void newObject(const std::string& type, const std::string& name) override;
     void newParameter(const std::string& name, const std::string& value) override;
     void endObject() override;
 
-    void takeSearch(ObjectKDXParser& other);
-    void startSearch(int limit);
-    bool isMatch(const std::string& type, const std::string& name) const;
-    bool isWithinDepth() const;
-    const std::string& resultKey() const;
-    void forgetClosedGroups();
-
     std::string searchName;
     std::string searchType;
     bool collecting = false;
-    bool withinDepth = true;
     std::vector<std::string> results;
     std::map<std::string, std::vector<std::string>> typeResults;
     std::string matchKey;

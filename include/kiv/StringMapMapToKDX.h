@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/StringMapMap.h>
 
@@ -59,6 +60,12 @@ public:
     StringMapMapToKDX(const std::string& replacePath, const StringMapMap& map, std::string& out,
                       const Format& format = Format());
     StringMapMapToKDX(const StringMapMap& map, std::string& out, const Format& format = Format());
+
+    // A null pointer, or 0, is no text: these do not compile.
+    template <typename Path, typename = detail::IfNoText<Path>>
+    static void convert(Path, const StringMapMap&, std::string&, const Format& = Format()) = delete;
+    template <typename Path, typename = detail::IfNoText<Path>>
+    StringMapMapToKDX(Path, const StringMapMap&, std::string&, const Format& = Format()) = delete;
 };
 
 }  // namespace kiv

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -19,6 +20,7 @@ inline std::uint64_t wordAt(const char* text) {
 
 /// The number of the first byte in memory that is not 0; there must be one.
 inline std::size_t firstByteSet(std::uint64_t word) {
+    assert(word != 0);
 #if defined(__GNUC__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
     return static_cast<unsigned>(__builtin_ctzll(word)) / 8;
 #else

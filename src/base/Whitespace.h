@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,7 @@ namespace kiv::detail {
 
 /// Whether every blank is a lone space. `text` must have no outer blanks.
 inline bool hasSimpleWhitespace(std::string_view text) {
+    assert(text.empty() || !isBlank(text.back()));
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (!isBlank(text[i])) continue;
         if (text[i] != ' ' || isBlank(text[i + 1])) return false;

@@ -6,6 +6,28 @@
 #include "base/PathText.h"
 
 namespace kiv {
+namespace {
+
+/// Goes through the components of a path.
+class ComponentCursor {
+public:
+    using Components = std::vector<std::pair<std::string, std::string>>;
+
+    explicit ComponentCursor(const Components& components)
+        : current(components.begin()), end(components.end()) {}
+
+    bool atEnd() const { return current == end; }
+    detail::PathComponent next() {
+        const auto& [type, name] = *current++;
+        return {type, name};
+    }
+
+private:
+    Components::const_iterator current;
+    Components::const_iterator end;
+};
+
+}  // namespace
 
 KDXPath::KDXPath() = default;
 
@@ -42,7 +64,8 @@ std::string KDXPath::getSubPath(std::size_t first, std::size_t count) const {
 }
 
 bool KDXPath::operator<(const KDXPath& other) const {
-    return components < other.components;
+    return detail::compareComponents(ComponentCursor(components),
+                                     ComponentCursor(other.components)) < 0;
 }
 
 }  // namespace kiv

@@ -1,58 +1,52 @@
 #include <kiv/ObjectKDXParser.h>
 
+#include <algorithm>
 #include <utility>
 
+#include "base/ObjectName.h"
+
 namespace kiv {
+namespace {
+
+constexpr int kEveryLevel = -1;
+
+/// Whether a search takes what is so deep in a match, whose own depth is 0.
+bool isTaken(std::int32_t depth, std::int32_t limit) {
+    return limit == kEveryLevel || depth <= std::max(limit, 0);
+}
+
+// Called before the groups are read or added to, and not at every END: what a walk that was broken
+// off has left there is then forgotten, too.
+void forgetClosed(std::vector<std::size_t>& groups, std::size_t openObjects) {
+    while (!groups.empty() && groups.back() >= openObjects) groups.pop_back();
+}
+
+}  // namespace
 
 ObjectKDXParser::ObjectKDXParser(const std::vector<std::string>& lines) : MiniKDXParser(lines) {}
 ObjectKDXParser::ObjectKDXParser(const ObjectKDXParser&) = default;
+ObjectKDXParser::ObjectKDXParser(ObjectKDXParser&&) = default;
 ObjectKDXParser& ObjectKDXParser::operator=(const ObjectKDXParser&) = default;
+ObjectKDXParser& ObjectKDXParser::operator=(ObjectKDXParser&&) = default;
 ObjectKDXParser::~ObjectKDXParser() = default;
-
-ObjectKDXParser::ObjectKDXParser(ObjectKDXParser&& other) : MiniKDXParser(other) {
-    takeSearch(other);
-}
-
-ObjectKDXParser& ObjectKDXParser::operator=(ObjectKDXParser&& other) {
-    MiniKDXParser::operator=(other);
-    takeSearch(other);
-    return *this;
-}
-
-void ObjectKDXParser::takeSearch(ObjectKDXParser& other) {
-    searchName = std::exchange(other.searchName, {});
-    searchType = std::exchange(other.searchType, {});
-    collecting = other.collecting;
-    withinDepth = other.withinDepth;
-    results = std::exchange(other.results, {});
-    typeResults = std::exchange(other.typeResults, {});
-    matchKey = std::exchange(other.matchKey, {});
-    matchDepth = other.matchDepth;
-    depthLimit = other.depthLimit;
-    groupType = std::exchange(other.groupType, {});
-    byName = other.byName;
-    openGroups = std::exchange(other.openGroups, {});
-}
 
 void ObjectKDXParser::parseForObject(std::string name, int limit) {
     searchName = std::move(name);
     byName = true;
-    startSearch(limit);
+    depthLimit = limit;
+    collecting = false;
+    results.clear();
+    parse();
 }
 
 void ObjectKDXParser::parseForObjectsByType(std::string type, int limit, std::string group) {
     searchType = std::move(type);
     groupType = std::move(group);
     byName = false;
-    typeResults.clear();
-    startSearch(limit);
-}
-
-void ObjectKDXParser::startSearch(int limit) {
-    collecting = false;
-    withinDepth = true;
     depthLimit = limit;
+    collecting = false;
     results.clear();
+    typeResults.clear();
     parse();
 }
 
@@ -65,16 +59,16 @@ std::map<std::string, std::vector<std::string>>& ObjectKDXParser::getTypeResults
 }
 
 void ObjectKDXParser::newObject(const std::string& type, const std::string& name) {
-    forgetClosedGroups();
+    forgetClosed(openGroups, objectStack.size());
     if (!groupType.empty() && type == groupType) openGroups.push_back(objectStack.size());
 
     if (collecting) {
         ++matchDepth;
-        withinDepth = isWithinDepth();
-        if (withinDepth) results.push_back(type + ":" + name);
+        if (isTaken(matchDepth, depthLimit)) results.push_back(type + ":" + name);
         return;
     }
-    if (!isMatch(type, name)) return;
+    const bool matches = byName ? detail::nameOrType(type, name) == searchName : type == searchType;
+    if (!matches) return;
     matchKey = type + ":" + name;
     collecting = true;
     matchDepth = 0;
@@ -82,46 +76,25 @@ void ObjectKDXParser::newObject(const std::string& type, const std::string& name
 }
 
 void ObjectKDXParser::newParameter(const std::string& name, const std::string& value) {
-    if (!collecting) return;
-    if (!withinDepth && matchDepth != 0) return;
+    if (!collecting || !isTaken(matchDepth, depthLimit)) return;
     results.push_back("  " + name + " = " + value);
 }
 
 void ObjectKDXParser::endObject() {
     if (!collecting) return;
+    if (isTaken(matchDepth, depthLimit)) results.emplace_back("END");
     if (matchDepth != 0) {
         --matchDepth;
-        if (withinDepth) results.emplace_back("END");
-        withinDepth = isWithinDepth();
         return;
     }
-    results.emplace_back("END");
     collecting = false;
     if (byName) return;
-    forgetClosedGroups();
-    typeResults[resultKey()].swap(results);  // a key that cannot be made loses no line
+    forgetClosed(openGroups, objectStack.size());
+    const std::string& group =
+        openGroups.empty() ? matchKey : objectStack[openGroups.back()].second;
+    const std::string& key = group.empty() ? matchKey : group;
+    typeResults[key].swap(results);  // a key that cannot be made loses no line
     results.clear();
-}
-
-bool ObjectKDXParser::isMatch(const std::string& type, const std::string& name) const {
-    if (!byName) return type == searchType;
-    return (name.empty() ? type : name) == searchName;
-}
-
-bool ObjectKDXParser::isWithinDepth() const {
-    return depthLimit == -1 || depthLimit >= matchDepth;
-}
-
-const std::string& ObjectKDXParser::resultKey() const {
-    if (openGroups.empty()) return matchKey;
-    const std::string& groupName = objectStack[openGroups.back()].second;
-    return groupName.empty() ? matchKey : groupName;
-}
-
-// Called before openGroups is read or added to, and not at every END: what a walk that was broken
-// off has left there is then forgotten, too.
-void ObjectKDXParser::forgetClosedGroups() {
-    while (!openGroups.empty() && openGroups.back() >= objectStack.size()) openGroups.pop_back();
 }
 
 }  // namespace kiv

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/ObjectName.h"
 #include "base/PathText.h"
 
 namespace kiv {
@@ -171,8 +172,7 @@ private:
     }
 
     void openObject(const PathComponent& object, std::size_t end) {
-        const std::string_view shownName =
-            object.name == object.type ? object.name.substr(0, 0) : object.name;
+        const std::string_view shownName = detail::writtenName(object.type, object.name);
         writeMark(object);
         out.appendBlanks(indentation);
         out.append(object.type);

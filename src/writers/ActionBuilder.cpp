@@ -15,6 +15,15 @@ namespace {
 
 constexpr const char* kEmptyName = "Parameter name must not be empty.";
 
+void addParamImpl(std::string& text, bool& firstParam, const std::string& name,
+                  const std::string& value) {
+    std::string parameter = firstParam ? " " : ", ";
+    if (!name.empty()) parameter.append(name).append("=");
+    parameter += StringUtilities::replaceSubstring(value, ",", "\\,");
+    text += parameter;
+    firstParam = false;
+}
+
 }  // namespace
 
 ActionBuilder::ActionBuilder(const std::string& action) : text(">" + action) {}
@@ -34,23 +43,15 @@ ActionBuilder& ActionBuilder::operator=(ActionBuilder&& other) noexcept {
 void ActionBuilder::addParam(const std::string& name, const std::string& value) {
     if (name.empty())
         throw internal::error("ActionBuilder", "addParam", kEmptyName, errorTypeFailure);
-    addParamImpl(name, value);
+    addParamImpl(text, firstParam, name, value);
 }
 
 void ActionBuilder::addParam(const std::string& value) {
-    addParamImpl("", value);
+    addParamImpl(text, firstParam, "", value);
 }
 
 std::string ActionBuilder::getKDX() const {
     return text;
-}
-
-void ActionBuilder::addParamImpl(const std::string& name, const std::string& value) {
-    std::string parameter = firstParam ? " " : ", ";
-    if (!name.empty()) parameter.append(name).append("=");
-    parameter += StringUtilities::replaceSubstring(value, ",", "\\,");
-    text += parameter;
-    firstParam = false;
 }
 
 }  // namespace kiv

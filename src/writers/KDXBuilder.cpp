@@ -9,6 +9,8 @@
 #include <charconv>
 #include <utility>
 
+#include "base/ObjectName.h"
+
 namespace kiv {
 namespace {
 
@@ -53,6 +55,26 @@ void appendJoined(std::string& text, const std::vector<std::string>& pieces,
     }
 }
 
+void requireRootLevel(std::int32_t level) {
+    if (level != 0) fail("addAction", SystemMsg(kActionInObject).arg(level));
+}
+
+// An argument may be the text itself, which getKDX() hands out and which grows while the line is
+// written. So its length is taken first, and no more than that is appended of it.
+
+void addActionCommon(std::string& text, std::int32_t level, const std::string& action) {
+    requireRootLevel(level);
+    const std::string name = StringUtilities::removeWhitespace(action);
+    if (name.empty()) fail("addActionCommon", SystemMsg(kEmptyAction));
+    if (name.front() != '>') text += '>';
+    text.append(name).append(" ");
+}
+
+void addParamCommon(std::string& text, const std::string& indent, const std::string& name) {
+    const std::size_t nameLength = name.size();
+    text.append(indent).append(name, 0, nameLength).append(" = ");
+}
+
 }  // namespace
 
 KDXBuilder::KDXBuilder() : indentStep("  ") {}
@@ -79,9 +101,6 @@ KDXBuilder& KDXBuilder::operator=(KDXBuilder&& other) noexcept {
     text = std::exchange(other.text, {});
     return *this;
 }
-
-// An argument may be the text itself, which getKDX() hands out and which grows while the line is
-// written. So its length is taken first, and no more than that is appended of it.
 
 /// Makes a change of several steps, or none of it when one of them throws.
 template <typename Change>
@@ -133,11 +152,8 @@ void KDXBuilder::pushRoot(const std::string& path) {
         for (std::size_t i = 0; i < root.numComponent(); ++i) {
             const std::string& type = root.getType(i);
             const std::string& name = root.getName(i);
-            if (name.empty() || name == type) {
-                pushObject(type);
-            } else {
-                pushObject(type, name);
-            }
+            const bool isNamed = !detail::writtenName(type, name).empty();
+            isNamed ? pushObject(type, name) : pushObject(type);
         }
     });
 }
@@ -160,14 +176,14 @@ void KDXBuilder::popAll() {
 void KDXBuilder::addParam(const std::string& name, const std::string& value) {
     const std::size_t valueLength = value.size();
     changeWholly([&] {
-        addParamCommon(name);
+        addParamCommon(text, indent, name);
         text.append(value, 0, valueLength).append("\n");
     });
 }
 
 void KDXBuilder::addParam(const std::string& name, const std::vector<std::string>& values) {
     changeWholly([&] {
-        addParamCommon(name);
+        addParamCommon(text, indent, name);
         appendJoined(text, values, ", ");
         text += '\n';
     });
@@ -192,44 +208,27 @@ void KDXBuilder::addAction(const std::string& action) {
 void KDXBuilder::addAction(const std::string& action, const std::string& params) {
     const std::size_t paramsLength = params.size();
     changeWholly([&] {
-        addActionCommon(action);
+        addActionCommon(text, level, action);
         text.append(params, 0, paramsLength).append("\n");
     });
 }
 
 void KDXBuilder::addAction(const std::string& action, const std::vector<std::string>& params) {
     changeWholly([&] {
-        addActionCommon(action);
+        addActionCommon(text, level, action);
         appendJoined(text, params, ",");
         text += '\n';
     });
 }
 
 void KDXBuilder::addAction(const ActionBuilder& action) {
-    requireRootLevel();
+    requireRootLevel(level);
     text += action.getKDX() + "\n";
 }
 
 const std::string& KDXBuilder::getKDX() const {
     if (level != 0) fail("getKDX", SystemMsg(kObjectsOpen));
     return text;
-}
-
-void KDXBuilder::addActionCommon(const std::string& action) {
-    requireRootLevel();
-    const std::string name = StringUtilities::removeWhitespace(action);
-    if (name.empty()) fail("addActionCommon", SystemMsg(kEmptyAction));
-    if (name.front() != '>') text += '>';
-    text.append(name).append(" ");
-}
-
-void KDXBuilder::addParamCommon(const std::string& name) {
-    const std::size_t nameLength = name.size();
-    text.append(indent).append(name, 0, nameLength).append(" = ");
-}
-
-void KDXBuilder::requireRootLevel() const {
-    if (level != 0) fail("addAction", SystemMsg(kActionInObject).arg(level));
 }
 
 }  // namespace kiv

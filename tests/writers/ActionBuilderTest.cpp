@@ -38,8 +38,9 @@ TEST(ActionBuilder, refusesAnEmptyNameWithoutAChange) {
     ActionBuilder builder("act");
     EXPECT_EQ(failureOf<kiv::internal::error>([&] { builder.addParam("", "1"); }),
               "ActionBuilder::addParam (4): Parameter name must not be empty.");
-    builder.addParam("x");
-    EXPECT_EQ(builder.getKDX(), ">act x");
+    builder.addParam("x", ~0ULL);
+    builder.addParam(0);
+    EXPECT_EQ(builder.getKDX(), ">act x=18446744073709551615, 0");
 }
 
 TEST(ActionBuilder, isAValueThatGoesOnWhereItWas) {

@@ -1,6 +1,7 @@
 #include <kiv/Error.h>
 #include <kiv/KDXBuilder.h>
 
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <utility>
@@ -104,6 +105,9 @@ TEST(KDXBuilder, writesNumbersAlikeInEveryLocale) {
     };
     EXPECT_EQ(textOf(1234567), "1234567\n");
     EXPECT_EQ(textOf(std::numeric_limits<int>::min()), "-2147483648\n");
+    EXPECT_EQ(textOf(std::numeric_limits<long long>::min()), "-9223372036854775808\n");
+    EXPECT_EQ(textOf(std::numeric_limits<unsigned long long>::max()), "18446744073709551615\n");
+    EXPECT_EQ(textOf(std::int8_t(-128)) + textOf(true), "-128\n1\n");
     EXPECT_EQ(textOf(2.5), "2.5\n");
     for (const auto& [value, text] :
          {std::pair(100.0, "100"), std::pair(0.0001, "0.0001"), std::pair(0.00001, "1e-05"),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <string>
@@ -37,6 +38,11 @@ public:
     const std::string& message() const noexcept;
     errorType type() const noexcept;
 
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Class, typename Function, typename Message,
+              typename = detail::IfNoText<Class, Function, Message>>
+    Error(Class, Function, Message, errorType) = delete;
+
 private:
     std::string classNameText;
     std::string functionNameText;
@@ -54,6 +60,11 @@ public:
     error(const error&);
     error& operator=(const error&);
     ~error() override;
+
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Class, typename Function, typename Message,
+              typename = detail::IfNoText<Class, Function, Message>>
+    error(Class, Function, Message, errorType) = delete;
 };
 
 }  // namespace internal
@@ -68,6 +79,11 @@ public:
     error(const error&);
     error& operator=(const error&);
     ~error() override;
+
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Class, typename Function, typename Message,
+              typename = detail::IfNoText<Class, Function, Message>>
+    error(Class, Function, Message, errorType) = delete;
 };
 
 /// The data breaks the rules of its language.
@@ -78,6 +94,11 @@ public:
     invalid(const invalid&);
     invalid& operator=(const invalid&);
     ~invalid() override;
+
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Class, typename Function, typename Message,
+              typename = detail::IfNoText<Class, Function, Message>>
+    invalid(Class, Function, Message, errorType) = delete;
 };
 
 }  // namespace data

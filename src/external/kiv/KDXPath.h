@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <cstddef>
@@ -51,6 +52,10 @@ public:
     /// the paths that begin with its components. A strict weak ordering; paths with the same
     /// components are equivalent.
     bool operator<(const KDXPath& other) const;
+
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Text, typename = detail::IfNoText<Text>>
+    explicit KDXPath(Text) = delete;
 
 private:
     std::vector<std::pair<std::string, std::string>> components;

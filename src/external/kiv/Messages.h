@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <cstdint>
@@ -30,6 +31,10 @@ public:
     /// The text with the tokens of the arguments given so far replaced.
     operator std::string() const;
 
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Text, typename = detail::IfNoText<Text>>
+    explicit SystemMsg(Text) = delete;
+
 private:
     MessageTemplate onlyText;
 };
@@ -46,6 +51,12 @@ public:
 
     /// The first text with the tokens of the arguments given so far replaced.
     operator std::string() const;
+
+    // A null pointer, or 0, is no text: these do not compile.
+    template <typename Text, typename = detail::IfNoText<Text>>
+    UserMsg(Text, bool*) = delete;
+    template <typename Argument, typename = detail::IfNoText<Argument>>
+    UserMsg& arg(Argument) = delete;
 
 private:
     MessageTemplate shownText;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <string>
@@ -34,5 +35,17 @@ KIV_KDX_EXPORT std::vector<std::string> stringToVector(const std::string& text, 
 /// The pieces of a continued line as one line: end to end, nothing between them, and every piece
 /// after the first without its leading blanks.
 KIV_KDX_EXPORT std::string vectorToOneLineString(const std::vector<std::string>& pieces);
+
+// A null pointer, or 0, is no text: these do not compile.
+template <typename Text, typename From, typename To, typename = detail::IfNoText<Text, From, To>>
+std::string replaceSubstring(Text, From, To) = delete;
+template <typename Text, typename = detail::IfNoText<Text>>
+std::string removeWhitespace(Text) = delete;
+template <typename Text, typename = detail::IfNoText<Text>>
+std::string simplifyWhitespace(Text) = delete;
+template <typename Suffix, typename = detail::IfNoText<Suffix>>
+bool removeFromEnd(std::string&, Suffix) = delete;
+template <typename Text, typename = detail::IfNoText<Text>>
+std::vector<std::string> stringToVector(Text, char) = delete;
 
 }  // namespace kiv::StringUtilities

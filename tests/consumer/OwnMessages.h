@@ -1,0 +1,4 @@
+#pragma once
+
+/// How often the library has filled a token through the program's own classes.
+int callsOfOwnArg();
