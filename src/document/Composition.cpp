@@ -6,6 +6,7 @@
 
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
+#include "base/ObjectName.h"
 #include "base/Whitespace.h"
 #include "document/StatementReader.h"
 
@@ -119,7 +120,7 @@ std::string objectLine(const char* function, const Layout& layout, std::string_v
 }
 
 std::string endComment(std::string_view type, std::string_view name) {
-    return std::string("# ").append(type).append(":").append(name == type ? "" : name);
+    return std::string("# ").append(type).append(":").append(writtenName(type, name));
 }
 
 std::string endLine(const Layout& layout, std::string_view type, std::string_view name) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ObjectName.h"
 #include "document/Change.h"
 #include "document/Composition.h"
 #include "document/DocumentImpl.h"
@@ -151,9 +152,9 @@ std::string nestedParameter(const char* function, Layout layout, const KDXSteps&
     std::string text;
     std::vector<std::string> ends;
     for (const KDXStep& step : steps) {
-        const std::string_view shown = *step.name == *step.type ? "" : std::string_view(*step.name);
-        text += detail::objectLine(function, layout, *step.type, shown);
-        ends.push_back(detail::endLine(layout, *step.type, shown));
+        text += detail::objectLine(function, layout, *step.type,
+                                   detail::writtenName(*step.type, *step.name));
+        ends.push_back(detail::endLine(layout, *step.type, *step.name));
         layout.indentation += layout.step;
         layout.equalsColumn = 0;
     }

@@ -8,8 +8,7 @@ namespace {
 
 bool isStep(const KDXStep& step, std::string_view type, std::string_view name) {
     if (step.type && *step.type != type) return false;
-    if (!step.name) return true;
-    return (step.name->empty() ? type : *step.name) == (name.empty() ? type : name);
+    return !step.name || nameOrType(type, *step.name) == nameOrType(type, name);
 }
 
 }  // namespace
@@ -52,7 +51,7 @@ KDXSteps readPath(std::string_view path) {
     KDXSteps steps;
     for (detail::PathCursor cursor(path); !cursor.atEnd();) {
         const detail::PathComponent component = cursor.next();
-        const bool alone = component.name.data() == component.type.data();
+        const bool alone = component.name.data() == component.type.data();  // without a name
         if (alone && component.type == "**") {
             steps.push_back({std::nullopt, std::nullopt, true});
         } else if (component.name == "**") {
