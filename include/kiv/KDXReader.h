@@ -85,6 +85,9 @@ public:
     /// Whether the statement consists of several lines.
     bool isContinued() const noexcept { return lastLine != firstLine; }
 
+    /// The number of the first line of the statement, from 1.
+    std::size_t lineNumber() const noexcept { return firstLine + 1; }
+
     /// How many objects are open around the statement. An END stands as deep as the object that it
     /// closes; with nothing open, an END has depth 0 and closes nothing.
     std::size_t depth() const noexcept { return current.depth; }
