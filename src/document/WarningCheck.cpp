@@ -20,6 +20,11 @@ bool startsWith(std::string_view text, std::string_view beginning) {
     return text.substr(0, beginning.size()) == beginning;
 }
 
+/// Whether no rule on bytes speaks of the text.
+bool hasPlainBytes(std::string_view text) {
+    return findNoUtf8(text) == std::string_view::npos && text.find('\0') == std::string_view::npos;
+}
+
 /// What to put behind the last statement of a text, so that an END stands there.
 std::string endBehind(std::string_view lastSource, std::string_view indentation) {
     const bool withReturn = lastSource.size() > 1 && lastSource[lastSource.size() - 2] == '\r';
@@ -209,7 +214,7 @@ void WarningCheck::checkEndComment() {
         const KDXPlace place = reader.placeOf(Part::comment);
         const std::string right = endCommentOf(object.name);
         const std::string composed = std::string(indentation).append("END ").append(right);
-        const bool fits = !reader.isContinued() && findNoUtf8(composed) == std::string_view::npos &&
+        const bool fits = !reader.isContinued() && hasPlainBytes(composed) &&
                           readsBackAs(composed + '\n', {reader.kind(), {}, {}, right});
         const KDXCheck::Fix fix{
             "Name the right object", {{place.offset, comment.size(), right}}, true};
