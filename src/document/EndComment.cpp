@@ -22,6 +22,14 @@ bool beginsWithWord(std::string_view text, std::string_view word) {
            (text.size() == word.size() || isBlank(text[word.size()]));
 }
 
+/// Whether a comment is the one that writers put there, as most are.
+bool isWritten(std::string_view comment, const SeenName& object) {
+    const std::size_t colon = 2 + object.first.size();
+    return comment.size() == colon + 1 + object.second.size() && comment[colon] == ':' &&
+           comment.substr(0, 2) == "# " && comment.substr(2, object.first.size()) == object.first &&
+           comment.substr(colon + 1) == object.second;
+}
+
 bool isName(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), isNameCharacter);
 }
@@ -33,6 +41,7 @@ std::string endCommentOf(const SeenName& object) {
 }
 
 bool fitsEndOf(std::string_view comment, const SeenName& object) {
+    if (isWritten(comment, object)) return true;
     const std::string_view named = withoutOuterBlanks(comment.substr(1));
     const std::size_t colon = named.find(':');
     if (colon == std::string_view::npos) return true;

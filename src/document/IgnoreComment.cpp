@@ -2,20 +2,10 @@
 
 #include <algorithm>
 
-#include "base/Blank.h"
-
 namespace kiv::detail {
 namespace {
 
-constexpr std::string_view kAddress = "kdx:";
 constexpr std::string_view kIgnore = "ignore";
-
-bool takeWord(std::string_view& text, std::string_view word) {
-    text = withoutLeadingBlanks(text);
-    if (text.substr(0, word.size()) != word) return false;
-    text.remove_prefix(word.size());
-    return true;
-}
 
 bool isSeparator(char c) {
     return c == ',' || isBlank(c);
@@ -33,16 +23,11 @@ std::string_view takeName(std::string_view& list) {
 
 }  // namespace
 
-bool isDirective(std::string_view comment) {
-    return takeWord(comment, "#") && takeWord(comment, kAddress);
-}
-
-RuleSet rulesIgnoredBy(std::string_view comment) {
+RuleSet rulesIgnoredBy(std::string_view directive) {
     RuleSet ignored;
-    const bool speaksOfRules =
-        takeWord(comment, "#") && takeWord(comment, kAddress) && takeWord(comment, kIgnore);
-    if (!speaksOfRules) return ignored;
-    for (std::string_view name = takeName(comment); !name.empty(); name = takeName(comment))
+    directive.remove_prefix(directive.find(':') + 1);
+    if (takeName(directive) != kIgnore) return ignored;
+    for (std::string_view name = takeName(directive); !name.empty(); name = takeName(directive))
         if (const auto rule = findRule(name)) ignored.set(*rule);
     return ignored;
 }

@@ -2,18 +2,22 @@
 
 #include <string_view>
 
+#include "base/Blank.h"
 #include "document/CheckRules.h"
 
 namespace kiv::detail {
 
-/// The rules that a comment, from its '#' on, says are to be ignored:
+/// Whether a comment, from its '#' on if there is one, speaks to the tools that read it.
+inline bool isDirective(std::string_view comment) {
+    if (comment.empty()) return false;
+    return withoutLeadingBlanks(comment.substr(1)).substr(0, 4) == "kdx:";
+}
+
+/// The rules that such a comment says are to be ignored:
 ///
 ///     # kdx: ignore RULE, RULE
 ///
 /// Words that are no rules are passed over.
-RuleSet rulesIgnoredBy(std::string_view comment);
-
-/// Whether the comment speaks to the tools that read it.
-bool isDirective(std::string_view comment);
+RuleSet rulesIgnoredBy(std::string_view directive);
 
 }  // namespace kiv::detail

@@ -8,6 +8,17 @@
 
 namespace kiv::detail {
 
+/// Whether a line certainly stands less deep than another: the other begins with its blanks.
+/// An indentation without data is not known.
+inline bool isLessDeep(std::string_view indentation, std::string_view other) {
+    return indentation.size() < other.size() && indentation.data() != nullptr &&
+           other.substr(0, indentation.size()) == indentation;
+}
+
+inline bool isAsDeep(std::string_view indentation, std::string_view other) {
+    return indentation.data() != nullptr && other.data() != nullptr && indentation == other;
+}
+
 /// The nesting as the indentation shows it, next to the one that the ENDs make.
 ///
 /// Where a statement stands no deeper than an object around it, the END of that object seems to be
@@ -18,7 +29,14 @@ class IndentationCheck {
 public:
     /// The innermost object that a statement with this indentation contradicts; nullptr when there
     /// is none. `isEnd` tells of the statement.
-    const OpenObject* contradicted(std::string_view indentation, bool isEnd) const;
+    const OpenObject* contradicted(std::string_view indentation, bool isEnd) const {
+        if (levels.empty()) return nullptr;
+        const Level& level = levels.back();
+        if (isLessDeep(indentation, level.object.indentation)) return &level.object;
+        const bool besides =
+            !isEnd && level.hasDeeperContent && isAsDeep(indentation, level.object.indentation);
+        return besides ? &level.object : nullptr;
+    }
 
     /// Takes that object for closed.
     void leave() { levels.pop_back(); }
@@ -29,7 +47,11 @@ public:
 
     void open(const OpenObject& object);
     void close(std::string_view indentation);
-    void parameter(std::string_view indentation);
+    void parameter(std::string_view indentation) {
+        if (levels.empty() || levels.back().hasDeeperContent) return;
+        Level& level = levels.back();
+        level.hasDeeperContent = isLessDeep(level.object.indentation, indentation);
+    }
 
     /// No object is open any longer.
     void clear() { levels.clear(); }

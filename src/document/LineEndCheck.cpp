@@ -177,16 +177,10 @@ private:
     bool hasHash = false;   // in a line before
 };
 
-bool endsInBackslash(std::string_view source) {
-    source = withoutTrailingBlanks(source);
-    return !source.empty() && source.back() == '\\';
-}
-
 }  // namespace
 
 void checkLineEnds(const KDXReader& reader, ProblemList& problems) {
-    if (reader.isContinued() || endsInBackslash(reader.source()))
-        LineEndCheck(reader, problems).run();
+    LineEndCheck(reader, problems).run();
 }
 
 }  // namespace kiv::detail

@@ -2,7 +2,6 @@
 
 #include <kiv/KDXText.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -19,11 +18,11 @@ struct SeenName {
     std::string_view second;
 
     bool operator==(const SeenName& other) const {
-        return first == other.first && second == other.second;
+        return second == other.second && first == other.first;
     }
     bool operator<(const SeenName& other) const {
-        const int order = first.compare(other.first);
-        return order != 0 ? order < 0 : second < other.second;
+        const int order = second.compare(other.second);  // what mostly differs
+        return order != 0 ? order < 0 : first < other.first;
     }
 };
 
@@ -42,10 +41,10 @@ public:
             const auto [seen, isNew] = many->try_emplace(name, now);
             return {seen->second, isNew};
         }
-        const auto seen = std::find_if(few.begin(), few.end(),
-                                       [&name](const Entry& entry) { return entry.first == name; });
-        if (seen != few.end()) return {seen->second, false};
-        few.emplace_back(name, now);
+        const std::size_t mark = markOf(name);
+        for (const Entry& entry : few)
+            if (entry.mark == mark && entry.name == name) return {entry.sighting, false};
+        few.push_back({mark, name, now});
         if (few.size() == kMany) sortAll();
         return {now, true};
     }
@@ -56,12 +55,26 @@ public:
     }
 
 private:
-    using Entry = std::pair<SeenName, Sighting>;
+    struct Entry {
+        std::size_t mark = 0;
+        SeenName name;
+        Sighting sighting;
+    };
 
     static constexpr std::size_t kMany = 32;
 
+    /// The same for the same name, and for few others.
+    static std::size_t markOf(const SeenName& name) {
+        const std::string_view text = name.second.empty() ? name.first : name.second;
+        if (text.empty()) return 0;
+        const auto first = static_cast<unsigned char>(text.front());
+        const auto last = static_cast<unsigned char>(text.back());
+        return text.size() << 16U ^ std::size_t{first} << 8U ^ last;
+    }
+
     void sortAll() {
-        many = std::make_unique<std::map<SeenName, Sighting>>(few.begin(), few.end());
+        many = std::make_unique<std::map<SeenName, Sighting>>();
+        for (const Entry& entry : few) many->emplace(entry.name, entry.sighting);
         few = {};
     }
 

@@ -19,7 +19,7 @@ inline bool startsWithByteOrderMark(std::string_view text) {
 inline std::string_view indentationOf(const KDXReader& reader) {
     if (reader.isContinued()) return {};
     const std::string_view source = reader.source();
-    return source.substr(0, source.size() - withoutLeadingBlanks(source).size());
+    return source.substr(0, source.size() - withoutIndentation(source).size());
 }
 
 /// The same as reader.place(), where the indentation is known already.
@@ -33,6 +33,13 @@ inline KDXPlace placeOf(const KDXReader& reader, std::string_view text,
 /// Where what the statement says ends.
 inline KDXPlace endOf(const KDXReader& reader) {
     return reader.placeOf(KDXReader::Part::text, reader.text().size());
+}
+
+/// The same, where the place of its beginning is known already.
+inline KDXPlace endOf(const KDXReader& reader, const KDXPlace& begin) {
+    if (reader.isContinued()) return endOf(reader);
+    const std::size_t length = reader.text().size();
+    return {begin.offset + length, begin.line, begin.column + length};
 }
 
 /// The place so many bytes behind another one in the same line.

@@ -35,19 +35,23 @@ std::size_t characterLength(std::string_view text) {
     return length;
 }
 
-bool beginsWithEightOfAscii(std::string_view text) {
+/// The offset of the first byte from `offset` on that may be no ASCII.
+std::size_t skipAscii(std::string_view text, std::size_t offset) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-    return text.size() >= 8 && (detail::wordAt(text.data()) & kHighBits) == 0;
+    const char* const begin = text.data();
+    while (text.size() - offset >= 16 &&
+           ((detail::wordAt(begin + offset) | detail::wordAt(begin + offset + 8)) & kHighBits) == 0)
+        offset += 16;
+    return offset;
 }
 
 }  // namespace
 
 std::size_t findNoUtf8(std::string_view text) noexcept {
-    for (std::size_t offset = 0; offset < text.size();) {
-        const std::string_view rest = text.substr(offset);
-        const std::size_t length = beginsWithEightOfAscii(rest) ? 8 : characterLength(rest);
+    for (std::size_t offset = skipAscii(text, 0); offset < text.size();) {
+        const std::size_t length = characterLength(text.substr(offset));
         if (length == 0) return offset;
-        offset += length;
+        offset = length == 1 ? offset + 1 : skipAscii(text, offset + length);
     }
     return std::string_view::npos;
 }

@@ -25,6 +25,13 @@ bool hasPlainBytes(std::string_view text) {
     return findNoUtf8(text) == std::string_view::npos && text.find('\0') == std::string_view::npos;
 }
 
+/// How long what the text's first line says is.
+std::size_t lengthOfStatement(std::string_view rest) {
+    KDXReader reader(rest.substr(0, rest.find('\n')));
+    reader.next();
+    return reader.text().size();
+}
+
 /// What to put behind the last statement of a text, so that an END stands there.
 std::string endBehind(std::string_view lastSource, std::string_view indentation) {
     const bool withReturn = lastSource.size() > 1 && lastSource[lastSource.size() - 2] == '\r';
@@ -56,7 +63,7 @@ void WarningCheck::check() {
     noteIgnored();
     lastSource = reader.source();
     if (hasNul || !isUtf8) checkBytes();
-    checkLineEnds(reader, problems);
+    if (mayHaveBackslash(reader)) checkLineEnds(reader, problems);
     indentation = indentationOf(reader);
     switch (reader.kind()) {
         case MiniKDXParser::lineObject: return checkObject();
@@ -71,8 +78,8 @@ void WarningCheck::check() {
 
 /// Notes what comments ignore: the statement's own, and those above it.
 void WarningCheck::noteIgnored() {
-    const std::string_view comment = reader.comment();
-    ignored = comment.empty() ? pending : pending | rulesIgnoredBy(comment);
+    comment = reader.comment();
+    ignored = isDirective(comment) ? pending | rulesIgnoredBy(comment) : pending;
     pending = reader.kind() == MiniKDXParser::lineBlank ? ignored : RuleSet();
     problems.ignore(ignored);
 }
@@ -124,7 +131,7 @@ void WarningCheck::checkObject() {
     if (const auto first = names.open(name, begin))
         problems.add(CheckRule::repeatedObject, [&] {
             return Finding{begin,
-                           endOf(reader),
+                           endOf(reader, begin),
                            describedObject({name.first, kept(reader.second())}) +
                                " again: its parameters merge into those " + ofLine(*first),
                            first,
@@ -132,7 +139,7 @@ void WarningCheck::checkObject() {
         });
     const OpenObject object{name, begin, indentation};
     levels.open(object);
-    openObjects.push_back({object, endOf(reader), ignored});
+    openObjects.push_back({object, ignored});
 }
 
 void WarningCheck::checkParameter() {
@@ -146,7 +153,7 @@ void WarningCheck::checkParameter() {
     if (!first) return;
     problems.add(CheckRule::repeatedParameter, [&] {
         return Finding{begin,
-                       endOf(reader),
+                       endOf(reader, begin),
                        "parameter '" + shown(reader.first()) + "' again: its first value, " +
                            ofLine(*first) + ", is kept",
                        first,
@@ -170,18 +177,22 @@ void WarningCheck::checkEnd() {
 /// Says of which objects the END seems to be missing in front of the statement.
 void WarningCheck::checkIndentation(bool isEnd) {
     while (const OpenObject* object = levels.contradicted(indentation, isEnd)) {
-        balanced = false;
-        problems.add(CheckRule::indentation, [&] {
-            return Finding{begin,
-                           endOf(reader),
-                           "the indentation contradicts the nesting: the END of " +
-                               describedObject(object->name) + ' ' + ofLine(object->begin) +
-                               " seems to be missing in front of this line",
-                           object->begin,
-                           {}};
-        });
+        reportIndentation(*object);
         levels.leave();
     }
+}
+
+void WarningCheck::reportIndentation(const OpenObject& object) {
+    balanced = false;
+    problems.add(CheckRule::indentation, [&] {
+        return Finding{begin,
+                       endOf(reader, begin),
+                       "the indentation contradicts the nesting: the END of " +
+                           describedObject(object.name) + ' ' + ofLine(object.begin) +
+                           " seems to be missing in front of this line",
+                       object.begin,
+                       {}};
+    });
 }
 
 void WarningCheck::checkEndIndentation() {
@@ -195,7 +206,7 @@ void WarningCheck::reportClosedAbove(const KDXPlace& closed) {
     problems.add(CheckRule::indentation, [&] {
         const OpenObject& object = openObjects.back().object;
         return Finding{begin,
-                       endOf(reader),
+                       endOf(reader, begin),
                        "the indentation contradicts the nesting: this END closes " +
                            describedObject(object.name) + ' ' + ofLine(object.begin) +
                            ", but it stands under the object " + ofLine(closed) +
@@ -206,7 +217,6 @@ void WarningCheck::reportClosedAbove(const KDXPlace& closed) {
 }
 
 void WarningCheck::checkEndComment() {
-    const std::string_view comment = reader.comment();
     if (comment.empty() || isDirective(comment)) return;
     const OpenObject& object = openObjects.back().object;
     if (fitsEndOf(comment, object.name)) return;
@@ -227,11 +237,12 @@ void WarningCheck::checkEndComment() {
 
 void WarningCheck::checkEndAsName() {
     const std::string_view first = reader.first();
+    if (first.empty() || first.front() != 'E') return;
     if (first != "END" && !startsWith(first, "END ")) return;
     problems.add(CheckRule::endAsName, [&] {
         const bool isObject = reader.kind() == MiniKDXParser::lineObject;
         return Finding{begin,
-                       endOf(reader),
+                       endOf(reader, begin),
                        std::string("this line is read as ") +
                            (isObject ? "an object" : "a parameter") +
                            ", not as an END: put a '#' in front of what stands behind END",
@@ -242,7 +253,6 @@ void WarningCheck::checkEndAsName() {
 
 /// Whether a '#' was meant to be a part of a value, or of a name.
 void WarningCheck::checkHash() {
-    const std::string_view comment = reader.comment();
     if (comment.empty()) return;
     const bool empty = reader.kind() == MiniKDXParser::lineParameter && reader.second().empty();
     const bool cuts = !reader.second().empty() && !isBlank(*(comment.data() - 1));
@@ -284,8 +294,12 @@ void WarningCheck::finish() {
 void WarningCheck::reportNeverClosed(const Opened& opened, bool isInnermost) {
     problems.ignore(opened.ignored);
     problems.add(CheckRule::neverClosed, [&] {
-        Finding finding{
-            opened.object.begin, opened.end, "object is never closed: its END is missing", {}, {}};
+        const KDXPlace& place = opened.object.begin;
+        Finding finding{place,
+                        behind(place, lengthOfStatement(text.substr(place.offset))),
+                        "object is never closed: its END is missing",
+                        {},
+                        {}};
         if (!isInnermost) return finding;
         const std::string end = endBehind(lastSource, opened.object.indentation);
         finding.fix = {"Add its END at the end of the text", {{text.size(), 0, end}}, false};

@@ -33,7 +33,6 @@ private:
     /// An object that is open, and the rules that a comment on it ignores.
     struct Opened {
         OpenObject object;
-        KDXPlace end;
         RuleSet ignored;
     };
 
@@ -44,6 +43,7 @@ private:
     void checkParameter();
     void checkEnd();
     void checkIndentation(bool isEnd);
+    void reportIndentation(const OpenObject& object);
     void checkEndIndentation();
     void checkEndComment();
     void checkEndAsName();
@@ -59,6 +59,7 @@ private:
     ProblemList& problems;
     bool hasNul;
     bool isUtf8;
+    std::string_view comment;      // of the statement
     std::string_view indentation;  // of the statement
     KDXPlace begin;                // of the statement; for objects, parameters and ENDs
     std::string_view lastSource;
