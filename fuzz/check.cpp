@@ -1,6 +1,7 @@
 // The check of a text: what it tells is right, and a safe fix mends one thing and breaks none.
 
 #include <kiv/KDXCheck.h>
+#include <kiv/KDXFormatting.h>
 #include <kiv/KDXReader.h>
 #include <kiv/KDXToStringMapMap.h>
 
@@ -91,6 +92,18 @@ void requireFixes(const check::Report& report, std::string_view text) {
     }
 }
 
+/// A right text that is laid out contradicts its nesting nowhere. Lines that are continued are left
+/// out: what is made of them depends on where each of them begins.
+void requireLayout(const std::string& text) {
+    if (text.find('\\') != std::string::npos) return;
+    std::string laidOut;
+    for (const std::string& line : kiv::KDXFormatting::indentKDX(fuzz::Input(text).lines()))
+        laidOut.append(line).append("\n");
+    check::Options options;
+    options.rules = {"indentation"};
+    fuzz::require(check::check(laidOut, options).warnings == 0, "a layout fits the nesting");
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -101,6 +114,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     requireSound(report, text);
     const std::size_t begin = kiv::KDXReader(text).hasByteOrderMark() ? 3 : 0;
     requireErrors(report, std::string(text.substr(begin)));
+    if (report.errors == 0) requireLayout(std::string(text.substr(begin)));
     check::Options errorsAlone;
     errorsAlone.warnings = false;
     const check::Report errors = check::check(text, errorsAlone);
