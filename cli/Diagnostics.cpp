@@ -1,7 +1,5 @@
 #include "Diagnostics.h"
 
-#include <algorithm>
-
 #include "JsonText.h"
 
 namespace kdx {
@@ -97,9 +95,7 @@ void appendForPrograms(std::string& out, std::string_view file, const Problem& p
 }  // namespace
 
 Place placeIn(std::string_view text, const kiv::KDXPlace& place) {
-    // A byte order mark counts as no column.
-    const std::size_t lineBegin = text.substr(0, place.offset).rfind('\n') + 1;
-    const std::size_t begin = std::max(lineBegin, place.offset - (place.column - 1));
+    const std::size_t begin = place.offset - (place.column - 1);
     return {place.line, place.column, text.substr(begin, text.find('\n', begin) - begin)};
 }
 

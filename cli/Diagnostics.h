@@ -17,7 +17,7 @@ struct Place {
     std::string_view lineText;  ///< the whole physical line
 };
 
-/// The same for a place in a text, which must outlive it.
+/// The same for a place in a text without a byte order mark. The text must outlive it.
 Place placeIn(std::string_view text, const kiv::KDXPlace& place);
 
 enum class Severity { error, warning, note };

@@ -15,13 +15,19 @@ Severity severityOf(const kiv::KDXCheck::Problem& problem) {
     return Severity::error;
 }
 
+/// A place in the bytes of a source. What stands in the byte order mark is shown behind it.
+Place placeIn(const Source& source, kiv::KDXPlace place) {
+    place.offset -= std::min(place.offset, source.byteOrderMark().size());
+    return placeIn(source.text(), place);
+}
+
 }  // namespace
 
 Findings::Findings(const Source& source, const kiv::KDXCheck::Report& report)
     : errorCount(report.errors), warningCount(report.warnings) {
     for (const kiv::KDXCheck::Problem& problem : report.problems)
-        problems.push_back({severityOf(problem), problem.rule,
-                            placeIn(source.buffer, problem.begin), problem.message});
+        problems.push_back(
+            {severityOf(problem), problem.rule, placeIn(source, problem.begin), problem.message});
 }
 
 void Findings::add(Problem problem) {
