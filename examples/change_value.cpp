@@ -1,37 +1,22 @@
-// Reads KDX text, changes or adds one parameter, and writes the text anew.
+// Changes or adds one parameter of a KDX text and keeps every other byte of it.
 //
 //     change_value PATH NAME VALUE < old.kdx > new.kdx
 #include <kiv/Error.h>
-#include <kiv/KDXToStringMapMap.h>
-#include <kiv/StringMapMapToKDX.h>
+#include <kiv/KDXDocument.h>
 
 #include <iostream>
 #include <iterator>
 
-namespace {
-
-int fail(const std::string& message) {
-    std::cerr << "change_value: " << message << '\n';
-    return 1;
-}
-
-}  // namespace
-
 int main(int argc, char** argv) try {
-    if (argc != 4) return fail("expected PATH NAME VALUE");
-    const std::string path = argv[1];
-
+    if (argc != 4) {
+        std::cerr << "usage: change_value PATH NAME VALUE\n";
+        return 2;
+    }
     const std::string text(std::istreambuf_iterator<char>(std::cin), {});
-    kiv::StringMapMap map;
-    kiv::KDXToStringMapMap::convert(text, map);
-    if (map.count(path) == 0) return fail("no object " + path);
-    map[path][argv[2]] = argv[3];
-
-    std::string changed;
-    kiv::StringMapMapToKDX::convert(map, changed);
-    std::cout << changed;
+    kiv::KDXDocument document(text);
+    document.set(kiv::readPath(argv[1]), argv[2], argv[3]);
+    std::cout << document.text();
 } catch (const kiv::Error& error) {
-    return fail(error.message());
-} catch (const kiv::KDXToStringMapMap::Except& error) {
-    return fail(error.message());
+    std::cerr << "change_value: " << error.message() << '\n';
+    return 1;
 }

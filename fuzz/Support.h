@@ -63,6 +63,17 @@ private:
     std::string_view rest;
 };
 
+/// What the library throws for a call; empty when it accepts it.
+template <typename Call>
+std::string messageOfAnything(Call call) {
+    try {
+        call();
+    } catch (const kiv::Error& error) {
+        return error.message();
+    }
+    return "";
+}
+
 inline bool endsInBackslash(std::string_view text) {
     return !text.empty() && text.back() == '\\';
 }

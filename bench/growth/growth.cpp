@@ -7,7 +7,9 @@
 #include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
 #include <kiv/KDXBuilder.h>
+#include <kiv/KDXDocument.h>
 #include <kiv/KDXFormatting.h>
+#include <kiv/KDXReader.h>
 #include <kiv/KDXToStringMapMap.h>
 #include <kiv/ObjectKDXParser.h>
 #include <kiv/StringMapMapToKDX.h>
@@ -109,6 +111,58 @@ kiv::StringMapMap converted(const std::string& text) {
     } catch (const kiv::data::invalid&) {
     }
     return map;
+}
+
+/// A text that ends without a line feed.
+Call read(const Lines& lines) {
+    return [text = joined(lines) + "x = 1"] {
+        std::size_t seen = 0;
+        for (kiv::KDXReader reader(text); reader.next();)
+            seen += reader.placeOf(kiv::KDXReader::Part::second).line + reader.comment().size();
+        return bytes(text) + (seen == 0 ? 1 : 0);
+    };
+}
+
+using Node = kiv::KDXDocument::Node;
+
+Call load(const Lines& lines) {
+    return [text = joined(lines)] {
+        const kiv::KDXDocument document(text);
+        document.findParameters(kiv::readPath("/**/X:*/**"), "p");
+        return document.text().size() + document.textEdits().size();
+    };
+}
+
+/// Makes an edit at every statement of a text.
+Call edit(const Lines& lines, const std::function<void(kiv::KDXDocument&, Node)>& change) {
+    const std::string text = joined(lines);
+    auto document = std::make_shared<kiv::KDXDocument>(text);
+    std::vector<Node> nodes;
+    for (Node n = document->next(document->root()); n != Node::none; n = document->next(n))
+        if (document->kind(n) != kiv::MiniKDXParser::lineEnd) nodes.push_back(n);
+    return [text, document, nodes, change] {
+        for (const Node node : nodes) change(*document, node);
+        return bytes(text) + document->textEdits().size();
+    };
+}
+
+void setValue(kiv::KDXDocument& document, Node node) {
+    document.setValue(node, "C:\\");
+}
+void setName(kiv::KDXDocument& document, Node node) {
+    document.setName(node, "a name");
+}
+void addInside(kiv::KDXDocument& document, Node node) {
+    document.addParameter(kiv::KDXDocument::firstIn(node), "p", "1");
+}
+void addBehind(kiv::KDXDocument& document, Node node) {
+    document.addObject(kiv::KDXDocument::behind(node), "T", "t");
+}
+void moveToFront(kiv::KDXDocument& document, Node node) {
+    document.move(node, kiv::KDXDocument::firstIn(document.parent(node)));
+}
+void removeNode(kiv::KDXDocument& document, Node node) {
+    document.remove(node);
 }
 
 Call convert(const Lines& lines) {
@@ -245,6 +299,25 @@ const std::vector<Text> kOddTexts = {
 /// Families of calls that have inputs of their own.
 const std::vector<Family> kFamilies = {
     {"parse-unopened-ends", 1000000, [](auto n) { return parse(repeated(n, {"END"})); }},
+    // documents
+    {"edit-values", 100000, [](auto n) { return edit(parameters(n, "p"), setValue); }},
+    {"edit-long-value", 8 * kMebi,
+     [](auto n) { return edit({"p = " + times(n, "\\ a")}, setValue); }},
+    {"edit-continued-value", 100000,
+     [](auto n) { return edit(together({"p = \\"}, repeated(n, {"b\\"})), setValue); }},
+    {"edit-names-nested", 20000, [](auto n) { return edit(nested(n, {}), setName); }},
+    {"edit-add-inside-nested", 2000, [](auto n) { return edit(nested(n, {}), addInside); }},
+    {"edit-add-inside-unclosed", 2000,
+     [](auto n) { return edit(repeated(n, {"X: x"}), addInside); }},
+    {"edit-add-behind", 100000, [](auto n) { return edit(parameters(n, "p"), addBehind); }},
+    {"edit-move", 100000, [](auto n) { return edit(parameters(n, "p"), moveToFront); }},
+    {"edit-move-commented", 100000,
+     [](auto n) {
+         return edit(together(repeated(n, {"# c"}), {"x=1", "y=1"}), [](auto& document, Node node) {
+             if (!document.isComment(node)) moveToFront(document, node);
+         });
+     }},
+    {"edit-remove", 100000, [](auto n) { return edit(parameters(n, "p"), removeNode); }},
     // indentation
     {"indent-open-kind", 100000, [](auto n) { return indent(repeated(n, {"a\\"})); }},
     {"indent-open-kind-spaced", 100000, [](auto n) { return indent(repeated(n, {" a b \\"})); }},
@@ -301,6 +374,10 @@ std::vector<Family> allFamilies() {
     std::vector<Family> families;
     cross(families, "parse-", parse, kDocuments);
     cross(families, "parse-", parse, kOddTexts);
+    cross(families, "read-", read, kDocuments);
+    cross(families, "read-", read, kOddTexts);
+    cross(families, "load-", load, kDocuments);
+    cross(families, "load-", load, kOddTexts);
     cross(families, "convert-", convert, kDocuments);
     cross(families, "convert-", convert, kOddTexts);
     cross(families, "write-", write, kDocuments);

@@ -69,7 +69,7 @@ public:
     std::string_view comment() const noexcept;
 
     /// What stands in front of the comment, without outer blanks: of an action or a verbatim line
-    /// what it says. A line that begins with '!' keeps its trailing blanks.
+    /// what it says, with its '>', '!' or '$'.
     std::string_view text() const noexcept;
 
     /// The whole statement as one line, without line end: with leading blanks and comment, and with
@@ -85,7 +85,7 @@ public:
     /// Whether the statement consists of several lines.
     bool isContinued() const noexcept { return lastLine != firstLine; }
 
-    /// The number of the first line of the statement, from 1.
+    /// The number, from 1, of the line in which the statement begins.
     std::size_t lineNumber() const noexcept { return firstLine + 1; }
 
     /// How many objects are open around the statement. An END stands as deep as the object that it

@@ -110,7 +110,7 @@ std::string_view KDXReader::comment() const noexcept {
 }
 
 std::string_view KDXReader::text() const noexcept {
-    return detail::trimLine(current.line.substr(0, current.commentBegin));
+    return detail::withoutOuterBlanks(current.line.substr(0, current.commentBegin));
 }
 
 std::string_view KDXReader::lineEnd() const noexcept {

@@ -65,6 +65,10 @@ std::string textOf(kiv::ObjectKDXParser parser) {
     return text;
 }
 
+std::string textOf(const kiv::KDXDocument& document) {
+    return document.text();
+}
+
 /// Makes the call on copies of `start`, once for each allocation that it needs, which then fails:
 /// that must leak nothing, leave the state as it was, and not hinder the same call afterwards.
 template <typename State, typename Call>
@@ -117,6 +121,27 @@ const std::vector<BuilderCall> kCallsAtRoot = {
     [](auto& builder) { builder.addAction(kText, List(2, kText)); },
     [](auto& builder) { builder.addAction(kAction); },
 };
+using Document = kiv::KDXDocument;
+const auto nodeIn = [](const Document& document, std::string_view text) {
+    auto node = document.next(document.root());
+    while (document.source(node).find(text) == std::string_view::npos) node = document.next(node);
+    return node;
+};
+const std::vector<void (*)(Document&)> kEdits = {
+    [](auto& document) { document = Document(kText + kText); },
+    [](auto& document) { document.setValue(nodeIn(document, "y ="), "a\\#b"); },
+    [](auto& document) { document.setName(nodeIn(document, "A:"), "another name"); },
+    [](auto& document) { document.setComment(nodeIn(document, "y ="), ""); },
+    [](auto& document) { document.setText(nodeIn(document, ">"), "> another action"); },
+    [](auto& document) { document.addObject(Document::lastIn(document.root()), "B", "b"); },
+    [](auto& document) { document.addText(Document::lastIn(document.root()), "x=1\ny=2"); },
+    [](auto& document) { document.remove(nodeIn(document, "A:")); },
+    [](auto& document) {
+        document.move(nodeIn(document, "y ="), Document::lastIn(document.root()));
+    },
+    [](auto& document) { document.set(kiv::readPath("/A:a name/B/C"), "x", "1"); },
+    [](auto& document) { document.removeParameters(kiv::readPath("/**"), "y"); },
+};
 const std::vector<void (*)(kiv::ActionBuilder&)> kActionCalls = {
     [](auto& action) { action = kAction; },
     [](auto& action) { action.addParam(kText, kText + ",,"); },
@@ -129,6 +154,25 @@ TEST(AllocationFailure, leavesBuildersUnchanged) {
     for (const auto call : kCallsInObject) sweep(call, kiv::KDXBuilder("/a/b:c/d/e/f/g/h/i"));
     for (const auto call : kCallsAtRoot) sweep(call, kiv::KDXBuilder());
     for (const auto call : kActionCalls) sweep(call, kiv::ActionBuilder("a"));
+}
+
+TEST(AllocationFailure, leavesDocumentsUnchanged) {
+    const Document start(
+        "A: a name\n  # above\n  y = 1 # a comment\nEND # A:a name\n> an action\nz = open\\");
+    for (const auto edit : kEdits) sweep(edit, start);
+    sweep(
+        [](Document& document) {
+            Document other("B: b\n    # above\n    z = 1\nEND\n");
+            const std::string text = other.text();
+            const auto node = nodeIn(other, "z =");
+            try {
+                document.moveFrom(other, node, Document::firstIn(nodeIn(document, "A:")));
+            } catch (const std::bad_alloc&) {
+                EXPECT_TRUE(other.contains(node));
+                throw;
+            }
+        },
+        start);
 }
 
 TEST(AllocationFailure, leavesTheSourceOfAMoveUnchanged) {

@@ -5,8 +5,10 @@
 #include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
 #include <kiv/KDXBuilder.h>
+#include <kiv/KDXDocument.h>
 #include <kiv/KDXFormatting.h>
 #include <kiv/KDXPath.h>
+#include <kiv/KDXReader.h>
 #include <kiv/KDXToStringMapMap.h>
 #include <kiv/Messages.h>
 #include <kiv/ObjectKDXParser.h>
@@ -44,6 +46,32 @@ inline std::string walk() {
     const auto kind = EventRecorder::determineLineType(kLines[3], first, second);
     return copy.events + message + first + second +
            std::to_string(kind == EventRecorder::determineLineType(kLines[3]));
+}
+
+inline std::string readStatements() {
+    std::string text;
+    kiv::KDXReader reader(kDocument);
+    while (reader.next()) {
+        text.append(reader.first()).append(reader.second()).append(reader.comment());
+        text += std::to_string(reader.placeOf(kiv::KDXReader::Part::second).offset);
+    }
+    return text;
+}
+
+inline std::string edit() {
+    kiv::KDXDocument document(kDocument);
+    const kiv::KDXDocument copy(document);
+    const auto object = document.nextSibling(document.firstChild(document.root()));
+    document.setName(object, kPath);
+    document.setValue(document.firstChild(object), kPath + '\\');
+    document.setComment(document.firstChild(object), kPath);
+    document.set(kiv::readPath("/A long type of an object:left open at the end/B:b"), "x", kPath);
+    document.addText(kiv::KDXDocument::lastIn(object),
+                     kDocument.substr(0, kDocument.find("END")) + "END\nEND\n");
+    kiv::KDXDocument other(document);
+    document.moveFrom(other, other.firstChild(object), kiv::KDXDocument::firstIn(object));
+    document.removeParameters(kiv::readPath("/**"), "x");
+    return kiv::applyEdits(copy.text(), document.textEdits()) + other.text();
 }
 
 inline std::string search() {
@@ -131,6 +159,6 @@ inline std::string copyPathsAndMessages() {
 }
 
 inline const std::vector<std::string (*)()> kOperations = {
-    walk, search, readAndWrite, build, extract, tidy, copyPathsAndMessages};
+    walk, readStatements, edit, search, readAndWrite, build, extract, tidy, copyPathsAndMessages};
 
 }  // namespace everyOperation

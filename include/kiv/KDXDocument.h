@@ -1,0 +1,225 @@
+#pragma once
+
+#include <kiv/KDXExport.h>
+#include <kiv/KDXReader.h>
+#include <kiv/KDXText.h>
+#include <kiv/MiniKDXParser.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+/// One level of a path: an object's type and name. An empty name, or one that is the type, stands
+/// for an object without a name of its own.
+struct KDXStep {
+    std::optional<std::string> type;  ///< nothing stands for any
+    std::optional<std::string> name;  ///< nothing stands for any, or for none
+    bool anyDepth = false;  ///< stands for any number of objects inside one another, also 0
+};
+
+/// A path from the top level down: where every step has a type and a name, of one object as a
+/// reader sees it; else of all that it matches.
+using KDXSteps = std::vector<KDXStep>;
+
+/// Reads a path in the form that the keys of a StringMapMap have, such as "/Sample:s1/Channel", or
+/// a pattern: "*" for a type or a name stands for any, a "*" alone for any object, "**" for any
+/// number of levels, and "TYPE:**" for the objects of the type and all that is in them. No text is
+/// refused; a type or a name that holds a '/' or is a "*" is for a list of steps made by hand.
+///
+///     readPath("/Sample:*/**/Channel:A");
+KIV_KDX_EXPORT KDXSteps readPath(std::string_view path);
+
+/// A KDX text that can be changed and keeps every byte that nobody changes.
+///
+///     kiv::KDXDocument document(text);
+///     document.set(kiv::readPath("/Sample:s1/Channel:A"), "Gain", "20");
+///     document.write(out);  // the text, with other bytes in one line
+///
+/// Any text can be loaded, right or wrong. It becomes a tree of statements, which are what
+/// KDXReader reads: below the root stands what is in no object, below an object what is in it, its
+/// END last. In text order a statement comes before those below it.
+///
+/// What is added is laid out like its neighbours; what is changed keeps its own blanks and its
+/// comment; all else keeps its bytes, apart from a line end that is put behind the last statement
+/// when something follows it. A statement is read back before it takes its place: what KDX cannot
+/// carry is refused with kiv::data::invalid, before anything has changed.
+///
+/// Comments directly above a statement belong to it, and go and come with it. Directly above an END
+/// they belong to the object around them, as do those that a blank line sets apart.
+///
+/// A call that throws leaves the document as it was, also when an allocation fails. A node that is
+/// none of the document's, because it was removed or comes from another document, is refused with
+/// kiv::internal::error; so are calls that make no sense for a node. A document is used by one
+/// thread at a time; calls that are const may run together. A copy is independent, has the same
+/// nodes by the same numbers, and is a way back. A document that was moved from may be assigned to
+/// or destroyed.
+class KIV_KDX_EXPORT KDXDocument {
+public:
+    /// The number of a statement. It stays good while other statements change, come and go.
+    enum class Node : std::uint64_t { none = 0 };
+
+    /// Where something is put.
+    struct Where {
+        enum class Side { before, behind, first, last };
+        Side side;
+        Node node;
+    };
+
+    /// In front of a statement and the comments that belong to it.
+    static constexpr Where before(Node node) { return {Where::Side::before, node}; }
+    /// Behind a statement and all that is in it. An object that is never closed has no place behind
+    /// it: kiv::data::invalid.
+    static constexpr Where behind(Node node) { return {Where::Side::behind, node}; }
+    /// The first place in an object; in the root, behind comments at the head of the text that a
+    /// blank line sets apart.
+    static constexpr Where firstIn(Node object) { return {Where::Side::first, object}; }
+    /// Behind the last statement in an object, and in front of comments that stand behind that one.
+    static constexpr Where lastIn(Node object) { return {Where::Side::last, object}; }
+
+    /// An empty document.
+    KDXDocument();
+
+    /// Loads a text, in time proportional to it.
+    /// @throws std::length_error for a text of 4 GiB or more.
+    explicit KDXDocument(std::string text);
+
+    KDXDocument(const KDXDocument& other);
+    KDXDocument(KDXDocument&& other) noexcept;
+    KDXDocument& operator=(const KDXDocument& other);
+    KDXDocument& operator=(KDXDocument&& other) noexcept;
+    ~KDXDocument();
+
+    /// The text as it is now.
+    std::string text() const;
+    /// Appends it.
+    void write(std::string& out) const;
+
+    // ---- Going through. Each takes constant time, but where a length or position is named.
+
+    /// What holds the statements that are in no object. It is no statement itself.
+    Node root() const;
+    Node parent(Node node) const;      ///< none for the root
+    Node firstChild(Node node) const;  ///< none where there is none, like those below
+    Node lastChild(Node node) const;
+    Node nextSibling(Node node) const;
+    Node previousSibling(Node node) const;
+    Node next(Node node) const;     ///< in text order; the first statement for the root
+    Node endOf(Node object) const;  ///< the END; none for an object that is never closed
+
+    /// Whether the node is a statement of this document, or its root. Never throws.
+    bool contains(Node node) const noexcept;
+
+    /// Of the root: lineBlank.
+    MiniKDXParser::lineType kind(Node node) const;
+    /// Whether the statement is a comment alone.
+    bool isComment(Node node) const;
+    /// How many objects are around the statement; an END counts as its object. Takes time in
+    /// proportion to the depth.
+    std::size_t depth(Node node) const;
+
+    /// The parts of a statement, as KDXReader has them. Each call reads the statement again.
+    std::string first(Node node) const;
+    std::string second(Node node) const;
+    std::string comment(Node node) const;
+    std::string lineText(Node node) const;  ///< KDXReader::text()
+
+    /// The bytes of a statement, line end included, until the document changes.
+    std::string_view source(Node node) const;
+
+    /// Where a part of a statement stands in the text as it is now, as KDXReader::placeOf(). Takes
+    /// time in proportion to the statement; once something was changed, to all in front of it.
+    KDXPlace placeOf(Node node, KDXReader::Part part = KDXReader::Part::text,
+                     std::size_t byte = 0) const;
+
+    /// The statement that holds a byte of the text as it is now; none behind the end and in a byte
+    /// order mark. Takes logarithmic time; once something was changed, linear time.
+    Node nodeAt(std::size_t offset) const;
+
+    // ---- Finding, in text order. Takes time in proportion to the statements and the steps.
+
+    /// All objects that a path or pattern matches; the root for no step.
+    std::vector<Node> findObjects(const KDXSteps& path) const;
+    /// All parameters of a name in those objects. The first is the one whose value readers see.
+    std::vector<Node> findParameters(const KDXSteps& path, std::string_view name) const;
+
+    // ---- Changing. Each takes time in proportion to what it changes.
+
+    /// @throws kiv::data::invalid for a text that KDX cannot carry as a value: one with a line
+    /// feed, outer blanks, or a '#' that would begin a comment. A backslash at the end is carried,
+    /// by a
+    /// '#' behind it. Where the value and the comment cannot stand in one line, the comment moves
+    /// to a line of its own above.
+    void setValue(Node parameter, std::string_view value);
+
+    /// The name of a parameter or of an object. Where the END of the object names it in its
+    /// comment, that follows.
+    /// @throws kiv::data::invalid for other characters than a name may have, or outer blanks.
+    void setName(Node node, std::string_view name);
+    void setType(Node object, std::string_view type);  ///< the same for the type of an object
+
+    /// What an action or a verbatim line says, its first character included.
+    void setText(Node node, std::string_view text);
+
+    /// The comment of a statement. "# " is put in front of a text that does not begin with '#'; an
+    /// empty one removes the comment, of which a blank line remains where it stands alone. Behind a
+    /// value that ends in a backslash a bare '#' stays.
+    /// @throws kiv::data::invalid for a comment that ends in a backslash or in a blank, or where
+    /// none can stand: behind a line that begins with '!', or behind "\#".
+    void setComment(Node node, std::string_view comment);
+
+    /// @return the node that was added.
+    Node addParameter(Where where, std::string_view name, std::string_view value);
+    Node addObject(Where where, std::string_view type, std::string_view name = {});
+    Node addAction(Where where, std::string_view text);  ///< ">" is put in front if it is missing
+    Node addComment(Where where, std::string_view comment);
+    Node addBlankLine(Where where);
+
+    /// Adds statements as they are written; a line end is put behind the last one if it is missing.
+    /// @return those that are in no other.
+    /// @throws kiv::data::invalid for a line that is no KDX, an END too many or too few.
+    std::vector<Node> addText(Where where, std::string_view text);
+
+    /// Removes a statement, all that is in it, and the comments that belong to it. An END goes with
+    /// its object; alone, only one that closes nothing can be removed.
+    void remove(Node node);
+
+    /// Removes all objects that a path or pattern matches, or all parameters of a name in them, as
+    /// remove() does: none is left for readers to see.
+    /// @return how many there were.
+    std::size_t removeObjects(const KDXSteps& path);
+    std::size_t removeParameters(const KDXSteps& path, std::string_view name);
+
+    /// Puts a statement, all that is in it, and the comments that belong to it elsewhere; what is
+    /// moved is indented like its new neighbours. An object that is never closed cannot be moved:
+    /// kiv::data::invalid. Nodes stay good.
+    void move(Node node, Where where);
+
+    /// The same from another document, in which the node is removed.
+    /// @return the node in this one.
+    Node moveFrom(KDXDocument& other, Node node, Where where);
+
+    /// Sets what readers see as the value of a parameter: changes the first one of that name in the
+    /// objects of that path, or adds one to the first such object, or makes the objects, too.
+    /// @return the parameter.
+    /// @throws kiv::internal::error when a step is no type and name.
+    Node set(const KDXSteps& path, std::string_view name, std::string_view value);
+
+    // ---- What was changed.
+
+    /// The edits that make the text as it was loaded into the text as it is now: one for each run
+    /// of changed statements. Takes linear time.
+    std::vector<KDXTextEdit> textEdits() const;
+
+    class Impl;
+
+private:
+    std::unique_ptr<Impl> impl;
+};
+
+}  // namespace kiv

@@ -1,0 +1,210 @@
+#include "document/StatementTree.h"
+
+#include <algorithm>
+#include <atomic>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+namespace kiv::detail {
+namespace {
+
+constexpr std::size_t kMaxSize = std::numeric_limits<Index>::max();
+
+/// A number that no statement had before; every load and every addition draws one, so that a node
+/// of another document, or one that is gone, is told from those that took its place.
+Index drawSerial() {
+    static std::atomic<Index> last{0};
+    Index serial = ++last;
+    while (serial == 0) serial = ++last;
+    return serial;
+}
+
+/// Puts statement after statement below the innermost open object.
+class TreeBuilder {
+public:
+    explicit TreeBuilder(std::vector<Statement>& builtStatements)
+        : statements(builtStatements), serial(drawSerial()) {
+        statements.emplace_back().serial = serial;
+    }
+
+    void add(const KDXReader& reader, std::size_t offset) {
+        const auto index = static_cast<Index>(statements.size());
+        Statement& statement = statements.emplace_back();
+        statement.begin = static_cast<Index>(offset);
+        statement.length = static_cast<Index>(reader.source().size());
+        statement.line = static_cast<Index>(reader.lineNumber());
+        statement.serial = serial;
+        statement.kind = static_cast<std::uint8_t>(reader.kind());
+        statement.isComment =
+            reader.kind() == MiniKDXParser::lineBlank && !reader.comment().empty();
+        statement.parent = open;
+        statement.previous = statements[open].last;
+        if (statement.previous == kNone)
+            statements[open].first = index;
+        else
+            statements[statement.previous].next = index;
+        statements[open].last = index;
+        if (reader.kind() == MiniKDXParser::lineObject) open = index;
+        if (reader.kind() == MiniKDXParser::lineEnd) open = statements[open].parent;
+    }
+
+private:
+    std::vector<Statement>& statements;
+    Index serial;
+    Index open = kRoot;
+};
+
+std::size_t countLines(std::string_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+}
+
+std::size_t lengthOfMark(std::string_view text) {
+    return KDXReader(text).hasByteOrderMark() ? 3 : 0;
+}
+
+}  // namespace
+
+std::vector<Statement> readStatements(std::string_view text, std::size_t offset) {
+    if (text.size() > kMaxSize - std::min(offset, kMaxSize))
+        throw std::length_error("KDXDocument: the text is too long");
+    std::vector<Statement> statements;
+    statements.reserve(countLines(text) + 1);
+    TreeBuilder builder(statements);
+    KDXReader reader(text);
+    while (reader.next()) {
+        const auto begin = static_cast<std::size_t>(reader.source().data() - text.data());
+        builder.add(reader, offset + begin);
+    }
+    // Where lines are continued there are fewer statements than lines.
+    if (statements.size() < statements.capacity() / 8 * 7) statements.shrink_to_fit();
+    return statements;
+}
+
+bool isOpen(std::string_view bytes) {
+    const std::string text = std::string(bytes).append("\n=\n");
+    KDXReader reader(text);
+    reader.next();
+    const char* const end = reader.source().data() + reader.source().size();
+    const bool ended = !bytes.empty() && bytes.back() == '\n';
+    return static_cast<std::size_t>(end - text.data()) > bytes.size() + (ended ? 0 : 1);
+}
+
+StatementTree::StatementTree(std::string text)
+    : loaded(std::move(text)),
+      statements(readStatements(loaded, 0)),
+      markLength(lengthOfMark(loaded)) {}
+
+std::string_view StatementTree::bytesOf(Index index) const {
+    const Statement& statement = statements[index];
+    const std::string_view text = statement.state == Statement::State::added ? added : loaded;
+    return text.substr(statement.begin, statement.length);
+}
+
+Index StatementTree::lastBelow(Index index) const {
+    while (statements[index].last != kNone) index = statements[index].last;
+    return index;
+}
+
+Index StatementTree::nextBehind(Index index) const {
+    while (index != kRoot && statements[index].next == kNone) index = statements[index].parent;
+    return statements[index].next;
+}
+
+Index StatementTree::nextInText(Index index) const {
+    return statements[index].first != kNone ? statements[index].first : nextBehind(index);
+}
+
+Index StatementTree::previousInText(Index index) const {
+    const Index previous = statements[index].previous;
+    return previous != kNone ? lastBelow(previous) : statements[index].parent;
+}
+
+Index StatementTree::firstOwned(Index index) const {
+    if (!isSaying(index) || isEnd(index)) return index;
+    while (statements[index].previous != kNone && statements[statements[index].previous].isComment)
+        index = statements[index].previous;
+    return index;
+}
+
+std::size_t StatementTree::addBytes(std::string_view bytes) {
+    const std::size_t begin = added.size();
+    if (bytes.size() > kMaxSize - begin)
+        throw std::length_error("KDXDocument: too much was changed");
+    added.append(bytes);
+    return begin;
+}
+
+void StatementTree::reserve(std::size_t count) {
+    const std::size_t needed = statements.size() + count;
+    if (needed > kMaxSize) throw std::length_error("KDXDocument: too many statements");
+    if (needed > statements.capacity())
+        statements.reserve(std::max(needed, statements.capacity() + statements.capacity() / 2));
+}
+
+Index StatementTree::insert(Index parent, Index behind,
+                            const std::vector<Statement>& fragment) noexcept {
+    const Index base =
+        size() - 1;  // added to the links of the fragment, apart from those to the root
+    const auto moved = [base](Index index) { return index == kNone ? kNone : index + base; };
+    for (std::size_t i = 1; i < fragment.size(); ++i) {
+        Statement statement = fragment[i];
+        for (Index* link : {&statement.parent, &statement.first, &statement.last,
+                            &statement.previous, &statement.next})
+            *link = moved(*link);
+        statement.state = Statement::State::added;
+        statements.push_back(statement);
+    }
+    const Index first = moved(fragment.front().first);
+    if (first != kNone) link(parent, behind, first, moved(fragment.front().last));
+    return first;
+}
+
+void StatementTree::setBytes(Index index, std::size_t begin, std::size_t length,
+                             bool isComment) noexcept {
+    Statement& statement = statements[index];
+    statement.begin = static_cast<Index>(begin);
+    statement.length = static_cast<Index>(length);
+    statement.isComment = isComment;
+    statement.state = Statement::State::added;
+    changed = true;
+}
+
+void StatementTree::remove(Index first, Index last) noexcept {
+    const Index end = nextBehind(last);
+    for (Index i = first; i != end; i = nextInText(i))
+        statements[i].state = Statement::State::removed;
+    unlink(first, last);
+}
+
+void StatementTree::move(Index first, Index last, Index parent, Index behind) noexcept {
+    unlink(first, last);
+    link(parent, behind, first, last);
+    const Index end = nextBehind(last);
+    for (Index i = first; i != end; i = nextInText(i))
+        if (statements[i].state == Statement::State::loaded)
+            statements[i].state = Statement::State::moved;
+}
+
+void StatementTree::unlink(Index first, Index last) noexcept {
+    const Index parent = statements[first].parent;
+    const Index before = statements[first].previous;
+    const Index behind = statements[last].next;
+    (before == kNone ? statements[parent].first : statements[before].next) = behind;
+    (behind == kNone ? statements[parent].last : statements[behind].previous) = before;
+    statements[first].previous = kNone;
+    statements[last].next = kNone;
+    changed = true;
+}
+
+void StatementTree::link(Index parent, Index behind, Index first, Index last) noexcept {
+    const Index next = behind == kNone ? statements[parent].first : statements[behind].next;
+    statements[first].previous = behind;
+    statements[last].next = next;
+    (behind == kNone ? statements[parent].first : statements[behind].next) = first;
+    (next == kNone ? statements[parent].last : statements[next].previous) = last;
+    for (Index i = first; i != next; i = statements[i].next) statements[i].parent = parent;
+    changed = true;
+}
+
+}  // namespace kiv::detail

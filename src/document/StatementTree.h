@@ -1,0 +1,120 @@
+#pragma once
+
+#include <kiv/KDXReader.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The statements of a document: a flat array of small entries that refer to each other by index,
+// and to their bytes in one of two texts, the one that was loaded and the one that edits append to.
+// The entry with index 0 is the root; as a link, 0 stands for no statement.
+//
+// Below an entry stand those in it, in text order. What closes an object is the last entry below
+// it, so that a walk from an entry to the first below it, else to the next one behind it, is the
+// text.
+
+namespace kiv::detail {
+
+using Index = std::uint32_t;
+constexpr Index kRoot = 0;
+constexpr Index kNone = 0;
+
+struct Statement {
+    /// Where its bytes are, and whether they stand where they stood in the loaded text.
+    enum class State : std::uint8_t { loaded, moved, added, removed };
+
+    Index begin = 0;  // of its bytes
+    Index length = 0;
+    Index parent = kNone;
+    Index first = kNone;
+    Index last = kNone;
+    Index previous = kNone;
+    Index next = kNone;
+    Index line = 0;  // of the text that was loaded, from 1
+    Index serial = 0;
+    std::uint8_t kind = MiniKDXParser::lineBlank;
+    bool isComment = false;
+    State state = State::loaded;
+};
+static_assert(sizeof(Statement) == 40, "the memory that a statement takes is promised");
+
+/// The root and below it the statements of a text, whose bytes begin at `offset`.
+/// @throws std::length_error when they end beyond what an index can name.
+std::vector<Statement> readStatements(std::string_view text, std::size_t offset);
+
+/// Whether a statement of these bytes is open at its end: continued by whatever comes behind it.
+bool isOpen(std::string_view bytes);
+
+class StatementTree {
+public:
+    explicit StatementTree(std::string text);
+
+    const Statement& at(Index index) const { return statements[index]; }
+    Index size() const { return static_cast<Index>(statements.size()); }
+
+    bool isChanged() const { return changed; }
+    std::string_view loadedText() const { return loaded; }
+    std::string_view byteOrderMark() const {
+        return std::string_view(loaded).substr(0, markLength);
+    }
+
+    std::string_view bytesOf(Index index) const;
+
+    MiniKDXParser::lineType kindOf(Index index) const {
+        return static_cast<MiniKDXParser::lineType>(statements[index].kind);
+    }
+    bool isObject(Index index) const { return kindOf(index) == MiniKDXParser::lineObject; }
+    bool isEnd(Index index) const { return kindOf(index) == MiniKDXParser::lineEnd; }
+    bool isClosed(Index object) const { return isEnd(statements[object].last); }
+    /// Whether it says something, unlike a comment or a blank line.
+    bool isSaying(Index index) const { return kindOf(index) != MiniKDXParser::lineBlank; }
+
+    /// The last entry below this one, however deep; itself where there is none.
+    Index lastBelow(Index index) const;
+    /// The next in text order that does not stand below this one; kNone behind the last.
+    Index nextBehind(Index index) const;
+    Index nextInText(Index index) const;
+    /// The one before in text order; the root for the first.
+    Index previousInText(Index index) const;
+    /// The first of the comments directly above that belong to the statement; itself without any.
+    Index firstOwned(Index index) const;
+
+    // Changes. Those that may throw come first and change nothing that anybody sees.
+
+    /// Appends bytes for statements to come. @return where they begin.
+    std::size_t addBytes(std::string_view bytes);
+    std::size_t addedSize() const { return added.size(); }
+    /// Drops those that were added last.
+    void dropBytes(std::size_t begin) noexcept { added.resize(begin); }
+
+    /// Makes room for so many more statements.
+    void reserve(std::size_t count);
+
+    /// Takes the statements below the root of `fragment` in, between `parent` and the child behind
+    /// which they come, kNone for the first. Room must have been made.
+    /// @return the first of them.
+    Index insert(Index parent, Index behind, const std::vector<Statement>& fragment) noexcept;
+
+    /// Gives a statement other bytes, which were added.
+    void setBytes(Index index, std::size_t begin, std::size_t length, bool isComment) noexcept;
+
+    /// Takes the siblings from `first` to `last`, and all below them, out of the text.
+    void remove(Index first, Index last) noexcept;
+    /// Puts them elsewhere, where none of them is.
+    void move(Index first, Index last, Index parent, Index behind) noexcept;
+
+private:
+    void unlink(Index first, Index last) noexcept;
+    void link(Index parent, Index behind, Index first, Index last) noexcept;
+
+    std::string loaded;
+    std::string added;
+    std::vector<Statement> statements;
+    std::size_t markLength;
+    bool changed = false;
+};
+
+}  // namespace kiv::detail
