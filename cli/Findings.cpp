@@ -16,7 +16,7 @@ Severity severityOf(const kiv::KDXCheck::Problem& problem) {
 }
 
 /// A place in the bytes of a source. What stands in the byte order mark is shown behind it.
-Place placeIn(const Source& source, kiv::KDXPlace place) {
+Place placeInSource(const Source& source, kiv::KDXPlace place) {
     place.offset -= std::min(place.offset, source.byteOrderMark().size());
     return placeIn(source.text(), place);
 }
@@ -26,8 +26,8 @@ Place placeIn(const Source& source, kiv::KDXPlace place) {
 Findings::Findings(const Source& source, const kiv::KDXCheck::Report& report)
     : errorCount(report.errors), warningCount(report.warnings) {
     for (const kiv::KDXCheck::Problem& problem : report.problems)
-        problems.push_back(
-            {severityOf(problem), problem.rule, placeIn(source, problem.begin), problem.message});
+        problems.push_back({severityOf(problem), problem.rule, placeInSource(source, problem.begin),
+                            problem.message});
 }
 
 void Findings::add(Problem problem) {
