@@ -1,6 +1,6 @@
 #include "document/IgnoreComment.h"
 
-#include <algorithm>
+#include <cstddef>
 
 namespace kiv::detail {
 namespace {
@@ -13,11 +13,11 @@ bool isSeparator(char c) {
 
 /// Takes the next name off the front of a list; empty at its end.
 std::string_view takeName(std::string_view& list) {
-    const auto begin = std::find_if_not(list.begin(), list.end(), isSeparator);
-    const auto end = std::find_if(begin, list.end(), isSeparator);
-    const std::string_view name = list.substr(static_cast<std::size_t>(begin - list.begin()),
-                                              static_cast<std::size_t>(end - begin));
-    list.remove_prefix(static_cast<std::size_t>(end - list.begin()));
+    while (!list.empty() && isSeparator(list.front())) list.remove_prefix(1);
+    std::size_t length = 0;
+    while (length < list.size() && !isSeparator(list[length])) ++length;
+    const std::string_view name = list.substr(0, length);
+    list.remove_prefix(length);
     return name;
 }
 

@@ -13,7 +13,6 @@
 namespace kiv {
 namespace {
 
-using detail::CheckRule;
 using detail::RuleSet;
 
 RuleSet rulesOf(KDXCheck::Severity severity) {

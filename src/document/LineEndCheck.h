@@ -2,7 +2,6 @@
 
 #include <kiv/KDXReader.h>
 
-#include <cstddef>
 #include <string_view>
 
 #include "base/Blank.h"
@@ -10,18 +9,15 @@
 
 namespace kiv::detail {
 
-/// Whether a backslash may stand at the end of a line of the statement; false for nearly all.
-inline bool mayHaveBackslash(const KDXReader& reader) {
-    const std::string_view source = reader.source();
-    std::size_t end = source.size();
-    if (end > 0 && source[end - 1] == '\n') --end;
-    if (end > 0 && source[end - 1] == '\r') --end;
-    if (end == 0) return false;
-    return reader.isContinued() || source[end - 1] == '\\' || isBlank(source[end - 1]);
+/// Whether a backslash stands at the end of a line of the statement, blanks behind it aside.
+inline bool hasFinalBackslash(const KDXReader& reader) {
+    std::string_view source = reader.source();
+    if (!source.empty() && source.back() == '\n') source.remove_suffix(1);
+    if (!source.empty() && isBlank(source.back())) source = withoutTrailingBlanks(source);
+    return reader.isContinued() || (!source.empty() && source.back() == '\\');
 }
 
-/// Checks where the lines of the reader's statement end, and what continues them, for backslashes
-/// that seem to stand there by mistake.
+/// Checks such a statement for backslashes that seem to stand there by mistake.
 void checkLineEnds(const KDXReader& reader, ProblemList& problems);
 
 }  // namespace kiv::detail

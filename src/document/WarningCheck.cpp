@@ -32,18 +32,22 @@ std::size_t lengthOfStatement(std::string_view rest) {
     return reader.text().size();
 }
 
+/// Whether `end` is a statement of its own behind the last one of a text.
+bool standsBehind(std::string last, const std::string& end) {
+    last += end;
+    KDXReader reader(last);
+    return reader.next() && reader.next() && reader.source() == end;
+}
+
 /// What to put behind the last statement of a text, so that an END stands there.
 std::string endBehind(std::string_view lastSource, std::string_view indentation) {
     const bool withReturn = lastSource.size() > 1 && lastSource[lastSource.size() - 2] == '\r';
     const std::string lineEnd = withReturn ? "\r\n" : "\n";
     const std::string end = std::string(indentation).append("END").append(lineEnd);
-    // An open line has to be ended first, and then what continues it.
-    for (std::string gap; gap.size() <= 2 * lineEnd.size(); gap += lineEnd) {
-        const std::string tail = std::string(lastSource).append(gap).append(end);
-        KDXReader reader(tail);
-        if (reader.next() && reader.next() && reader.source() == end) return gap + end;
-    }
-    return {};
+    // An open line has to be ended first, and then what continues it, which an empty line does.
+    std::string gap;
+    while (!standsBehind(std::string(lastSource).append(gap), end)) gap += lineEnd;
+    return gap + end;
 }
 
 }  // namespace
@@ -63,7 +67,7 @@ void WarningCheck::check() {
     noteIgnored();
     lastSource = reader.source();
     if (hasNul || !isUtf8) checkBytes();
-    if (mayHaveBackslash(reader)) checkLineEnds(reader, problems);
+    if (hasFinalBackslash(reader)) checkLineEnds(reader, problems);
     indentation = indentationOf(reader);
     switch (reader.kind()) {
         case MiniKDXParser::lineObject: return checkObject();
