@@ -94,6 +94,11 @@ void appendForPrograms(std::string& out, std::string_view file, const Problem& p
 
 }  // namespace
 
+Place placeIn(std::string_view text, const kiv::KDXPlace& place) {
+    const std::size_t begin = place.offset - (place.column - 1);
+    return {place.line, place.column, text.substr(begin, text.find('\n', begin) - begin)};
+}
+
 void appendProblem(std::string& out, std::string_view file, const Problem& problem,
                    const Settings& settings) {
     if (settings.json) return appendForPrograms(out, file, problem);

@@ -1,19 +1,31 @@
 #pragma once
 
+#include <kiv/KDXText.h>
+
+#include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "LogicalLines.h"
 #include "Settings.h"
 
 namespace kdx {
+
+/// Where a byte stands, for a message.
+struct Place {
+    std::size_t line = 0;       ///< counted from 1; 0 means the file as a whole
+    std::size_t column = 0;     ///< in bytes, counted from 1
+    std::string_view lineText;  ///< the whole physical line
+};
+
+/// The same for a place in a text without a byte order mark. The text must outlive it.
+Place placeIn(std::string_view text, const kiv::KDXPlace& place);
 
 enum class Severity { error, warning, note };
 
 /// Something to tell the user about one place of one file.
 struct Problem {
     Severity severity = Severity::error;
-    const char* rule = "";  ///< a short fixed name, for programs that read the diagnostics
+    std::string_view rule;  ///< a short fixed name, for programs that read the diagnostics
     Place place;
     std::string text;
 };

@@ -5,6 +5,31 @@
 
 namespace kdx {
 
+namespace {
+
+Severity severityOf(const kiv::KDXCheck::Problem& problem) {
+    switch (problem.severity) {
+        case kiv::KDXCheck::Severity::error: return Severity::error;
+        case kiv::KDXCheck::Severity::warning: return Severity::warning;
+    }
+    return Severity::error;
+}
+
+/// A place in the bytes of a source. What stands in the byte order mark is shown behind it.
+Place placeInSource(const Source& source, kiv::KDXPlace place) {
+    place.offset -= std::min(place.offset, source.byteOrderMark().size());
+    return placeIn(source.text(), place);
+}
+
+}  // namespace
+
+Findings::Findings(const Source& source, const kiv::KDXCheck::Report& report)
+    : errorCount(report.errors), warningCount(report.warnings) {
+    for (const kiv::KDXCheck::Problem& problem : report.problems)
+        problems.push_back({severityOf(problem), problem.rule, placeInSource(source, problem.begin),
+                            problem.message});
+}
+
 void Findings::add(Problem problem) {
     std::size_t& count = problem.severity == Severity::error ? errorCount : warningCount;
     ++count;
@@ -22,6 +47,13 @@ void Findings::append(std::string& out, std::string_view file, const Settings& s
     std::string text = counted(hidden, "more problem") + " not shown";
     if (!cure.empty()) text.append(" (").append(cure).append(1, ')');
     appendProblem(out, file, {Severity::note, "hidden", {}, std::move(text)}, settings);
+}
+
+kiv::KDXCheck::Options checkOptions(const Settings& settings, std::size_t maxProblems) {
+    kiv::KDXCheck::Options options;
+    options.maxDepth = settings.maxDepth;
+    if (maxProblems != 0) options.maxProblems = maxProblems;
+    return options;
 }
 
 }  // namespace kdx

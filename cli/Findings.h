@@ -1,5 +1,7 @@
 #pragma once
 
+#include <kiv/KDXCheck.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -7,6 +9,7 @@
 
 #include "Diagnostics.h"
 #include "Settings.h"
+#include "Source.h"
 
 namespace kdx {
 
@@ -15,6 +18,9 @@ class Findings {
 public:
     /// Keeps at most `maxProblems` errors and as many warnings; 0 is no limit.
     explicit Findings(std::size_t maxProblems) : limit(maxProblems) {}
+
+    /// What the library has to say about a source, which must outlive the findings.
+    Findings(const Source& source, const kiv::KDXCheck::Report& report);
 
     void add(Problem problem);
 
@@ -27,7 +33,7 @@ public:
                 std::string_view cure);
 
 private:
-    std::size_t limit;
+    std::size_t limit = 0;
     std::size_t errorCount = 0;
     std::size_t warningCount = 0;
     std::vector<Problem> problems;
@@ -35,5 +41,8 @@ private:
 
 /// How many errors, and how many warnings, are shown of a file unless the user asks for more.
 constexpr std::size_t kDefaultMaxErrors = 100;
+
+/// What a check needs to know. `maxProblems` is the limit of Findings.
+kiv::KDXCheck::Options checkOptions(const Settings& settings, std::size_t maxProblems);
 
 }  // namespace kdx

@@ -9,6 +9,7 @@
 
 #include "Blank.h"
 #include "Diagnostics.h"
+#include "LogicalLines.h"
 #include "Meaning.h"
 
 namespace kdx {

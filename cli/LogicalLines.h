@@ -7,14 +7,9 @@
 #include <string_view>
 #include <vector>
 
-namespace kdx {
+#include "Diagnostics.h"
 
-/// Where a byte stands, for a message.
-struct Place {
-    std::size_t line = 0;       ///< counted from 1; 0 means the file as a whole
-    std::size_t column = 0;     ///< in bytes, counted from 1
-    std::string_view lineText;  ///< the whole physical line
-};
+namespace kdx {
 
 /// A physical line's share of a logical line.
 struct Piece {

@@ -2,8 +2,8 @@
 
 #include <kiv/KDXPath.h>
 #include <kiv/MiniKDXParser.h>
+#include <kiv/StringUtilities.h>
 
-#include "Blank.h"
 #include "Diagnostics.h"
 
 namespace kdx {
@@ -25,7 +25,8 @@ std::string reasonInText(const std::string& text, const std::string& what) {
     if (text.find('\n') != std::string::npos) return what + " holds a line feed";
     if (text.find('#') != std::string::npos) return what + " holds a '#', which begins a comment";
     if (!text.empty() && text.back() == '\\') return what + " ends in a backslash";
-    if (withoutOuterBlanks(text).size() != text.size()) return what + " begins or ends in a blank";
+    if (kiv::StringUtilities::removeWhitespace(text) != text)
+        return what + " begins or ends in a blank";
     return {};
 }
 

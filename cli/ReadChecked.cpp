@@ -1,15 +1,27 @@
 #include "ReadChecked.h"
 
+#include <utility>
+
 namespace kdx {
+namespace {
+
+kiv::KDXCheck::Options optionsFor(Demand demand, const Settings& settings) {
+    kiv::KDXCheck::Options options = checkOptions(settings, kDefaultMaxErrors);
+    options.warnings = false;
+    if (demand == Demand::lines)
+        options.rules = {"unknown-syntax", "end-case", "text-behind-end", "too-deep"};
+    return options;
+}
+
+}  // namespace
 
 std::optional<CheckedSource> readChecked(const std::string& file, Demand demand,
                                          const Settings& settings, Outcome& outcome) {
     Source source = readSource(file);
-    Report report = check(source, demand, settings, kDefaultMaxErrors);
-    if (report.findings.errors() == 0)
-        return CheckedSource{std::move(source), std::move(report.seams)};
-    report.findings.append(outcome.diagnostics, source.name, settings,
-                           "kdx check --max-errors 0 shows all");
+    const auto report = kiv::KDXCheck::check(source.buffer, optionsFor(demand, settings));
+    if (report.errors == 0) return CheckedSource{std::move(source), {}};
+    Findings(source, report)
+        .append(outcome.diagnostics, source.name, settings, "kdx check --max-errors 0 shows all");
     outcome.raise(Status::trouble);
     return std::nullopt;
 }

@@ -1,17 +1,26 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "Checker.h"
+#include "Findings.h"
 #include "Source.h"
 #include "Work.h"
 
 namespace kdx {
 
-/// A right text, and the seams of its Report.
+/// How much of a text has to be right.
+enum class Demand {
+    lines,      ///< every line is KDX, and objects are not nested too deep
+    structure,  ///< also, every END has an object, every parameter too
+};
+
+/// A right text.
 struct CheckedSource : Source {
+    /// Offsets at which the text can be cut into parts that mean by themselves what they mean in
+    /// the text. There may be none.
     std::vector<std::size_t> seams;
 };
 

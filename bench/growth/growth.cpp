@@ -7,6 +7,7 @@
 #include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
 #include <kiv/KDXBuilder.h>
+#include <kiv/KDXCheck.h>
 #include <kiv/KDXDocument.h>
 #include <kiv/KDXFormatting.h>
 #include <kiv/KDXReader.h>
@@ -120,6 +121,13 @@ Call read(const Lines& lines) {
         for (kiv::KDXReader reader(text); reader.next();)
             seen += reader.placeOf(kiv::KDXReader::Part::second).line + reader.comment().size();
         return bytes(text) + (seen == 0 ? 1 : 0);
+    };
+}
+
+Call check(const Lines& lines) {
+    return [text = joined(lines)] {
+        // So many problems take as long as their messages.
+        return bytes(text) + 100 * kiv::KDXCheck::check(text).problems.size();
     };
 }
 
@@ -376,6 +384,8 @@ std::vector<Family> allFamilies() {
     cross(families, "parse-", parse, kOddTexts);
     cross(families, "read-", read, kDocuments);
     cross(families, "read-", read, kOddTexts);
+    cross(families, "check-", check, kDocuments);
+    cross(families, "check-", check, kOddTexts);
     cross(families, "load-", load, kDocuments);
     cross(families, "load-", load, kOddTexts);
     cross(families, "convert-", convert, kDocuments);

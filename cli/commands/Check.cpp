@@ -1,5 +1,7 @@
-#include "Checker.h"
+#include <kiv/KDXCheck.h>
+
 #include "Commands.h"
+#include "Findings.h"
 #include "Source.h"
 #include "Work.h"
 
@@ -14,7 +16,9 @@ struct Options {
 
 Outcome checkFile(const std::string& file, const Options& options, const Settings& settings) {
     const Source source = readSource(file);
-    Findings findings = check(source, Demand::style, settings, options.maxErrors).findings;
+    const auto report =
+        kiv::KDXCheck::check(source.buffer, checkOptions(settings, options.maxErrors));
+    Findings findings(source, report);
     Outcome outcome;
     findings.append(outcome.diagnostics, source.name, settings, "--max-errors 0 shows all");
     if (findings.errors() > 0 || (options.strict && findings.warnings() > 0))

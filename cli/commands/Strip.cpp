@@ -1,43 +1,47 @@
-#include <kiv/MiniKDXParser.h>
+#include <kiv/KDXReader.h>
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "Blank.h"
 #include "Commands.h"
-#include "Meaning.h"
 #include "ReadChecked.h"
 
 namespace kdx {
 namespace {
 
-void appendUnchanged(std::string& out, const LogicalLines& line) {
-    for (const Piece& piece : line.pieces()) out.append(piece.lineText).append(1, '\n');
+using kiv::KDXReader;
+
+/// Whether a statement of these bytes says what the reader's says, wherever it stands: the one
+/// behind it stays what it is.
+bool saysTheSame(const std::string& statement, const KDXReader& reader) {
+    const std::string text = statement + "behind = 1\n";
+    KDXReader bare(text);
+    return bare.next() && bare.source() == statement && bare.kind() == reader.kind() &&
+           bare.first() == reader.first() && bare.second() == reader.second() &&
+           bare.text() == reader.text();
 }
 
-/// Appends the physical lines up to the end of `kept`, with which the logical line begins. What a
-/// comment swallowed goes with it.
-void appendBeginning(std::string& out, const LogicalLines& line, std::string_view kept) {
-    const Piece& last = line.pieceAt(kept.size() - 1);
-    for (const Piece* piece = line.pieces().data(); piece != &last; ++piece)
-        out.append(piece->lineText).append(1, '\n');
-    out.append(last.lineText.substr(0, last.skipped + kept.size() - last.begin));
-    const std::string_view lastLine = line.pieces().back().lineText;
-    if (!lastLine.empty() && lastLine.back() == '\r') out += '\r';
-    out += '\n';
+void appendWithLineEnd(std::string& out, std::string_view source) {
+    out.append(source);
+    if (source.empty() || source.back() != '\n') out += '\n';
 }
 
-void appendStripped(std::string& out, LogicalLines& line) {
-    const std::string_view text = line.text();
-    const std::size_t comment = findComment(text);
-    const bool hasComment =
-        comment != std::string_view::npos && line.classify() != kiv::MiniKDXParser::lineVerbatim;
-    if (!hasComment) return appendUnchanged(out, line);
-    const std::string_view kept = withoutTrailingBlanks(text.substr(0, comment));
-    if (kept.empty()) return;
-    if (kept.back() == '\\') return appendUnchanged(out, line);  // would continue the line
-    appendBeginning(out, line, kept);
+/// The bytes up to where the comment, or the blanks in front of it, begin. What a comment swallowed
+/// goes with it.
+std::string withoutComment(const KDXReader& reader) {
+    const kiv::KDXPlace end = reader.placeOf(KDXReader::Part::text, reader.text().size());
+    const std::size_t length = end.offset - reader.placeInSource(0).offset;
+    const std::string_view lineEnd = reader.lineEnd();
+    return std::string(reader.source().substr(0, length)).append(lineEnd.empty() ? "\n" : lineEnd);
+}
+
+void appendStripped(std::string& out, const KDXReader& reader) {
+    const bool isVerbatim = reader.kind() == kiv::MiniKDXParser::lineVerbatim;
+    if (isVerbatim || reader.comment().empty()) return appendWithLineEnd(out, reader.source());
+    if (reader.text().empty()) return;
+    const std::string bare = withoutComment(reader);
+    appendWithLineEnd(out, saysTheSame(bare, reader) ? std::string_view(bare) : reader.source());
 }
 
 Outcome stripFile(const std::string& file, const Settings& settings) {
@@ -45,9 +49,7 @@ Outcome stripFile(const std::string& file, const Settings& settings) {
     const std::optional<CheckedSource> source = readChecked(file, Demand::lines, settings, outcome);
     if (!source) return outcome;
     outcome.results.reserve(source->buffer.size());
-    for (LogicalLines lines(source->text()); lines.next();) appendStripped(outcome.results, lines);
-    if (!sameMeaning(source->text(), outcome.results))
-        throw Trouble("would mean something else without its comments");
+    for (KDXReader reader(source->text()); reader.next();) appendStripped(outcome.results, reader);
     return outcome;
 }
 

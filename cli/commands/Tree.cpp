@@ -1,4 +1,4 @@
-#include <kiv/MiniKDXParser.h>
+#include <kiv/KDXReader.h>
 
 #include <cstddef>
 #include <limits>
@@ -34,24 +34,21 @@ std::vector<Node> readTree(std::string_view text) {
     std::vector<Node> nodes;
     std::vector<std::size_t> open;         // the indices of the open objects
     std::vector<std::size_t> lastAtDepth;  // the last object of each open one, and of the text
-    std::string first;
-    std::string second;
     constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
     lastAtDepth.push_back(kNone);
-    for (LogicalLines lines(text); lines.next();) {
-        const MiniKDXParser::lineType type = lines.classify(first, second);
-        if (type == MiniKDXParser::lineParameter) ++nodes[open.back()].parameters;
-        if (type == MiniKDXParser::lineEnd) {
+    for (kiv::KDXReader reader(text); reader.next();) {
+        if (reader.kind() == MiniKDXParser::lineParameter) ++nodes[open.back()].parameters;
+        if (reader.kind() == MiniKDXParser::lineEnd) {
             open.pop_back();
             lastAtDepth.pop_back();
         }
-        if (type != MiniKDXParser::lineObject) continue;
+        if (reader.kind() != MiniKDXParser::lineObject) continue;
         if (!open.empty()) ++nodes[open.back()].objects;
         if (lastAtDepth.back() != kNone) nodes[lastAtDepth.back()].isLast = false;
         lastAtDepth.back() = nodes.size();
         lastAtDepth.push_back(kNone);
-        std::string title = first;
-        if (!second.empty()) title.append(": ").append(second);
+        std::string title(reader.first());
+        if (!reader.second().empty()) title.append(": ").append(reader.second());
         nodes.push_back({std::move(title), open.size()});
         open.push_back(nodes.size() - 1);
     }

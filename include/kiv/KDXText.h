@@ -31,4 +31,7 @@ struct KDXTextEdit {
 /// @throws kiv::internal::error when the edits are out of order, overlap, or lie outside the text.
 KIV_KDX_EXPORT std::string applyEdits(std::string_view text, const std::vector<KDXTextEdit>& edits);
 
+/// The offset of the first byte that belongs to no UTF-8 character; npos when there is none.
+KIV_KDX_EXPORT std::size_t findNoUtf8(std::string_view text) noexcept;
+
 }  // namespace kiv

@@ -120,6 +120,9 @@ class Check(KdxTest):
             ("A:\n x = 1 \\\r\n\nEND\n", "2:8: warning: a backslash in front of a carriage"),
             (b"\xef\xbb\xbfA:\n-\nEND\n", "1:1: warning: byte order mark", "2:1: error"),
             ("A:\n x = \0\0\nEND\n", "2:6: warning: NUL byte"),
+            ("A:\n x = C:\\\n y = 1#2\nEND\n", "2:8: warning: this backslash makes the parameter",
+             "3:7: warning: this '#' begins a comment"),
+            ("# kdx: ignore never-closed\nA: # kdx: ignore hash-in-value\n",),
             ("A:\n-\0\nEND\n", "2:1: error: unknown", "2:2: warning: NUL byte"),
         ]:
             self.expect_problems("check", text, int(" error" in "".join(problems)), *problems)

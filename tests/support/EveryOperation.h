@@ -5,6 +5,7 @@
 #include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
 #include <kiv/KDXBuilder.h>
+#include <kiv/KDXCheck.h>
 #include <kiv/KDXDocument.h>
 #include <kiv/KDXFormatting.h>
 #include <kiv/KDXPath.h>
@@ -56,6 +57,13 @@ inline std::string readStatements() {
         text += std::to_string(reader.placeOf(kiv::KDXReader::Part::second).offset);
     }
     return text;
+}
+
+inline std::string check() {
+    std::string text;
+    for (const auto& problem : kiv::KDXCheck::check(kDocument + "END # A:\nEND\nend\n").problems)
+        text += problem.message + (problem.fix ? problem.fix->edits.front().replacement : "");
+    return text + std::to_string(kiv::KDXCheck::rules().size());
 }
 
 inline std::string edit() {
@@ -159,6 +167,7 @@ inline std::string copyPathsAndMessages() {
 }
 
 inline const std::vector<std::string (*)()> kOperations = {
-    walk, readStatements, edit, search, readAndWrite, build, extract, tidy, copyPathsAndMessages};
+    walk,         readStatements, check,   edit, search,
+    readAndWrite, build,          extract, tidy, copyPathsAndMessages};
 
 }  // namespace everyOperation

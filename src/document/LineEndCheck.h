@@ -1,0 +1,23 @@
+#pragma once
+
+#include <kiv/KDXReader.h>
+
+#include <string_view>
+
+#include "base/Blank.h"
+#include "document/ProblemList.h"
+
+namespace kiv::detail {
+
+/// Whether a backslash stands at the end of a line of the statement, blanks behind it aside.
+inline bool hasFinalBackslash(const KDXReader& reader) {
+    std::string_view source = reader.source();
+    if (!source.empty() && source.back() == '\n') source.remove_suffix(1);
+    if (!source.empty() && isBlank(source.back())) source = withoutTrailingBlanks(source);
+    return reader.isContinued() || (!source.empty() && source.back() == '\\');
+}
+
+/// Checks such a statement for backslashes that seem to stand there by mistake.
+void checkLineEnds(const KDXReader& reader, ProblemList& problems);
+
+}  // namespace kiv::detail

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <kiv/KDXText.h>
+
+#include <string>
+#include <string_view>
+
+#include "document/NamesSeen.h"
+
+namespace kiv::detail {
+
+/// Text of a document, fit for a message: a control character becomes '?', a long text is cut.
+std::string shown(std::string_view text);
+
+/// "'c'", "a tab", "the byte 0xC3".
+std::string describedByte(char c);
+
+/// "object 'Sample: s1'".
+std::string describedObject(const SeenName& name);
+
+/// "of line 3".
+std::string ofLine(const KDXPlace& place);
+
+}  // namespace kiv::detail
