@@ -1,4 +1,4 @@
-#include <kiv/MiniKDXParser.h>
+#include <kiv/KDXReader.h>
 
 #include <optional>
 #include <string>
@@ -6,7 +6,7 @@
 
 #include "Blank.h"
 #include "Commands.h"
-#include "Meaning.h"
+#include "LogicalLines.h"
 #include "ReadChecked.h"
 
 namespace kdx {
@@ -38,6 +38,26 @@ void appendStripped(std::string& out, LogicalLines& line) {
     if (kept.empty()) return;
     if (kept.back() == '\\') return appendUnchanged(out, line);  // would continue the line
     appendBeginning(out, line, kept);
+}
+
+/// Goes on to the next statement that is more than a comment. At the end, the reader says of the
+/// nothing there that it is blank.
+void goOn(kiv::KDXReader& reader) {
+    while (reader.next() && reader.kind() == kiv::MiniKDXParser::lineBlank) continue;
+}
+
+/// Whether two texts say the same, comments and blank lines aside.
+bool sameMeaning(std::string_view before, std::string_view after) {
+    kiv::KDXReader a(before);
+    kiv::KDXReader b(after);
+    do {
+        goOn(a);
+        goOn(b);
+        if (a.kind() != b.kind() || a.first() != b.first() || a.second() != b.second() ||
+            withoutTrailingBlanks(a.text()) != withoutTrailingBlanks(b.text()))
+            return false;
+    } while (a.kind() != kiv::MiniKDXParser::lineBlank);
+    return true;
 }
 
 Outcome stripFile(const std::string& file, const Settings& settings) {
