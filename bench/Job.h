@@ -31,7 +31,8 @@ void prepareRun(Job& job);
 
 /// A contestant's way to do a task.
 struct JobType {
-    std::string task;  ///< "events", "text-to-map", "lines-to-map", "map-to-text", "re-indent"
+    /// "events", "text-to-map", "lines-to-map", "map-to-text", "re-indent", "format"
+    std::string task;
     std::string contestant;
     std::string format;  ///< of the text that it starts from
     std::unique_ptr<Job> (*make)(const Corpus& corpus);

@@ -69,6 +69,18 @@ private:
     std::vector<std::string> indented;
 };
 
+class Format : public Job {
+public:
+    explicit Format(const Corpus& corpus) : text(corpus.text("kdx")) {}
+    void prepare() override { formatted = std::string(); }
+    void run() override { formatted = kiv::KDXFormatting::formatKDX(text); }
+    Counts counts() const override { return countsOf(linesOf(formatted)); }
+
+private:
+    std::string text;
+    std::string formatted;
+};
+
 }  // namespace
 
 JobTypes libraryJobs() {
@@ -76,7 +88,8 @@ JobTypes libraryJobs() {
             {"text-to-map", "KDX", "kdx", makeJob<TextToMap>},
             {"lines-to-map", "KDX", "kdx", makeJob<LinesToMap>},
             {"map-to-text", "KDX", "kdx", makeJob<MapToText>},
-            {"re-indent", "KDX", "kdx", makeJob<Reindent>}};
+            {"re-indent", "KDX", "kdx", makeJob<Reindent>},
+            {"format", "KDX", "kdx", makeJob<Format>}};
 }
 
 }  // namespace bench

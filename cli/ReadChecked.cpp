@@ -1,7 +1,5 @@
 #include "ReadChecked.h"
 
-#include <utility>
-
 namespace kdx {
 namespace {
 
@@ -15,11 +13,11 @@ kiv::KDXCheck::Options optionsFor(Demand demand, const Settings& settings) {
 
 }  // namespace
 
-std::optional<CheckedSource> readChecked(const std::string& file, Demand demand,
-                                         const Settings& settings, Outcome& outcome) {
+std::optional<Source> readChecked(const std::string& file, Demand demand, const Settings& settings,
+                                  Outcome& outcome) {
     Source source = readSource(file);
     const auto report = kiv::KDXCheck::check(source.buffer, optionsFor(demand, settings));
-    if (report.errors == 0) return CheckedSource{std::move(source), {}};
+    if (report.errors == 0) return source;
     Findings(source, report)
         .append(outcome.diagnostics, source.name, settings, "kdx check --max-errors 0 shows all");
     outcome.raise(Status::trouble);

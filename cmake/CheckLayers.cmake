@@ -6,7 +6,7 @@
 set(standard "<[a-z_0-9]+>")
 set(base "\"base/.*\"")
 set(external "${base}|<kiv/(ArgumentTypes|Error|KDXExport|KDXPath|Messages|StringUtilities)\\.h>")
-set(joining "\"parser/(LineShape|LineTrimming|LogicalLine|PhysicalLines|ReadBack|UndecidedLine)\\.h\"")
+set(joining "\"parser/(LineClassification|LineShape|LineTrimming|LogicalLine|PhysicalLines|ReadBack|UndecidedLine)\\.h\"")
 set(readingBack "\"parser/ReadBack\\.h\"")
 set(walking "\"parser/(PhysicalLines|Walk)\\.h\"")
 set(sixteenBytes "<emmintrin\\.h>")

@@ -8,13 +8,14 @@ namespace fuzz {
 namespace {
 
 /// What lines are put together from, and whole lines. An empty one makes lines end early.
-constexpr std::array<std::string_view, 47> kPieces = {
-    "x=1",    "x = 1",  "A:",   "A: s1",  "A : A",   "END",  "END # A:", "END # A:s1",
-    "> run ", "!a ",    "$b ",  "# c",    "#",       " # c", "\\",       "\\ ",
-    "\\\t",   "\\\r",   "\\#",  " \\ #",  "\t",      " ",    "  ",       "\r",
-    "\v",     "a b",    "a  b", "q=C:\\", "en",      "EN",   "D",        "end",
-    "=",      ":",      "/",    "-",      "&",       "\xC3", "\xC3\xA4", "\xEF\xBB\xBF",
-    "\\#b",   "# C:\\", "x=a#", "y= ",    "x=a\\#b", "",     ","};
+constexpr std::array<std::string_view, 55> kPieces = {
+    "x=1",    "x = 1",   "A:",      "A: s1",  "A : A",   "END",      "END # A:", "END # A:s1",
+    "> run ", "!a ",     "$b ",     "# c",    "#",       " # c",     "\\",       "\\ ",
+    "\\\t",   "\\\r",    "\\#",     " \\ #",  "\t",      " ",        "  ",       "\r",
+    "\v",     "a b",     "a  b",    "q=C:\\", "en",      "EN",       "D",        "end",
+    "=",      ":",       "/",       "-",      "&",       "\xC3",     "\xC3\xA4", "\xEF\xBB\xBF",
+    "\\#b",   "# C:\\",  "x=a#",    "y= ",    "x=a\\#b", "",         ",",        "=5",
+    "x=",     "# c\\\t", "\\\t# c", "d\\ #",  "S:C:\\",  "# S:C:\\", "END #"};
 
 constexpr std::array<std::string_view, 6> kWholeLines = {"A:",  "B: b", "END",
                                                          "END", "x=1",  "  y = 2  # c"};

@@ -88,7 +88,7 @@ instructions() {
     make_corpora 1 --levels
     echo "| instructions per parameter | packages | codes |"
     echo "| -------------------------- | -------: | ----: |"
-    for task in events text-to-map lines-to-map map-to-text re-indent; do
+    for task in events text-to-map lines-to-map map-to-text re-indent format; do
         packages=$(count packages-1 "$task")
         codes=$(count codes-1 "$task")
         printf '| %-26s | %8s | %5s |\n' "$task" "$packages" "$codes"

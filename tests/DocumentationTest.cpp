@@ -10,9 +10,9 @@
 #include "support/Text.h"
 
 // Holds that what the documentation shows is so. A block of "kdx" is read, and what comes out of it
-// is the block of "events", "error" or "indented" behind it. A block of "cpp" stands in a program
-// of the examples, one of "text" is what a program of the examples prints: both are run by tests
-// of their own.
+// is the block of "events", "error", "indented", "formatted" or "refusal" behind it. A block of
+// "cpp" stands in a program of the examples, one of "text" is what a program of the examples
+// prints: both are run by tests of their own.
 
 namespace {
 
@@ -53,6 +53,10 @@ void check(const Block& block, const std::string& kdx) {
         EXPECT_EQ(messageOf(read) + '\n', text) << kdx;
     } else if (kind == "indented") {
         EXPECT_EQ(kiv::KDXFormatting::indentKDX(linesOf(kdx)), linesOf(text)) << kdx;
+    } else if (kind == "refusal") {
+        EXPECT_EQ(messageOf([&] { kiv::KDXFormatting::formatKDX(kdx); }) + '\n', text) << kdx;
+    } else if (kind == "formatted") {
+        EXPECT_EQ(kiv::KDXFormatting::formatKDX(kdx), text) << kdx;
     } else if (kind == "cpp") {
         EXPECT_TRUE(isInFileOf("examples", ".cpp", text)) << text;
     } else if (kind == "text") {

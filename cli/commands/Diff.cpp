@@ -132,8 +132,7 @@ Status run(const Options& options, const Settings& settings) {
     std::array<Side, 2> sides;
     const auto read = [&](const std::string& file, std::size_t index) {
         Outcome outcome;
-        std::optional<CheckedSource> source =
-            readChecked(file, Demand::structure, settings, outcome);
+        std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
         if (!source) return outcome;
         Side& side = sides.at(index);
         side.name = source->name;

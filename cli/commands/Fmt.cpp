@@ -1,5 +1,6 @@
+#include <kiv/KDXFormatting.h>
+
 #include "Commands.h"
-#include "Formatted.h"
 #include "ReadChecked.h"
 #include "ReplaceFile.h"
 #include "UnifiedDiff.h"
@@ -18,11 +19,10 @@ Outcome formatFile(const std::string& file, const Options& options, const Settin
     if (options.inPlace && file == kStandardInput)
         throw Trouble("cannot be formatted in place: leave out -i, or name a file");
     Outcome outcome;
-    const std::optional<CheckedSource> source = readChecked(file, Demand::lines, settings, outcome);
-    std::string text;
-    if (!source || !formatSource(*source, settings, text, outcome)) return outcome;
+    const std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
+    if (!source) return outcome;
 
-    text.insert(0, source->byteOrderMark());
+    std::string text = kiv::KDXFormatting::formatKDX(source->buffer);
     if (!options.inPlace && !options.check && !options.diff) {
         outcome.results = std::move(text);
         return outcome;
@@ -50,7 +50,7 @@ Status run(const Options& options, const Settings& settings) {
 }  // namespace
 
 void addFmt(Program& program) {
-    Command command(program, "fmt", "Indent by nesting");
+    Command command(program, "fmt", "Indent by nesting, and space");
     Options& options = command.onRun(run);
     command.files(options.files);
     command.flag("-i,--in-place", options.inPlace, "Change the files themselves");
@@ -59,8 +59,8 @@ void addFmt(Program& program) {
     command.flag("--diff", options.diff, "Print what would change as a unified diff")
         .excludes("--in-place");
     command.footer(
-        "Comments and blank lines stay. A text that is no KDX, or that could not be laid out\n"
-        "without loss, is left alone.\n\n"
+        "The text means what it meant, and comments stay. A text with a line that is no KDX is\n"
+        "left alone.\n\n"
         "Example:\n  kdx fmt -i configs/");
 }
 

@@ -47,7 +47,7 @@ std::string textOf(const std::string& value, bool json) {
 
 Outcome getFrom(const std::string& file, const Options& options, const Settings& settings) {
     Outcome outcome;
-    std::optional<CheckedSource> source = readChecked(file, Demand::structure, settings, outcome);
+    std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
     if (!source) return outcome;
     const kiv::KDXPath path(options.path);
     if (path.numComponent() == 0) throw Trouble("the empty path names no object");

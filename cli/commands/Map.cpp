@@ -28,7 +28,7 @@ void merge(kiv::StringMapMap& map, kiv::StringMapMap&& more) {
 /// The map of one file; nothing when it cannot be had whole: the outcome then says why.
 std::optional<kiv::StringMapMap> readMap(const std::string& file, const Options& options,
                                          const Settings& settings, Outcome& outcome) {
-    std::optional<CheckedSource> source = readChecked(file, Demand::structure, settings, outcome);
+    std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
     if (!source) return std::nullopt;
     const bool exclude = !options.without.empty();
     const std::vector<std::string>& types = exclude ? options.without : options.only;

@@ -78,8 +78,7 @@ std::string draw(const std::vector<Node>& nodes, std::size_t depth) {
 
 Outcome drawFile(const std::string& file, const Options& options, const Settings& settings) {
     Outcome outcome;
-    const std::optional<CheckedSource> source =
-        readChecked(file, Demand::structure, settings, outcome);
+    const std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
     if (source) outcome.results = draw(readTree(source->text()), options.depth);
     return outcome;
 }

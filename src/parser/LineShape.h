@@ -41,6 +41,13 @@ inline LineShape shapeByBytes(std::string_view line) {
             line.find('\\') != std::string_view::npos};
 }
 
+/// The end of the name characters in a line from `begin` on. Behind the line stands none.
+inline std::size_t nameEndByBytes(std::string_view line, std::size_t begin) {
+    const char* end = line.data() + begin;
+    while (isNameCharacter(*end)) ++end;
+    return static_cast<std::size_t>(end - line.data());
+}
+
 #ifdef __SSE2__
 
 /// Sixteen bytes. In a mask of them, the lowest bit stands for the first.
@@ -97,20 +104,38 @@ inline LineShape shapeOf(std::string_view line, std::size_t readable) {
     return {spaces, endOfRun(word, spaces), endOfRun(word | space, 0), hash, backslashes != 0};
 }
 
+/// The same as nameEndByBytes(). From the line's first byte on, `readable` bytes may be read.
+inline std::size_t nameEndOf(std::string_view line, std::size_t begin, std::size_t readable) {
+    if (readable < begin + 16) return nameEndByBytes(line, begin);
+    const ByteBlock bytes = blockAt(line.data() + begin);
+    const std::uint32_t name = maskOf(_mm_or_si128(wordCharacters(bytes), equal(bytes, ' ')));
+    const std::size_t length = static_cast<unsigned>(__builtin_ctz(~name));
+    return length < 16 ? begin + length : nameEndByBytes(line, begin + 16);
+}
+
+/// A bit for each line feed among the 32 bytes at `begin`.
+inline std::uint32_t lineFeedsAt(const char* begin) {
+    return maskOf(equal(blockAt(begin), '\n')) | maskOf(equal(blockAt(begin + 16), '\n')) << 16U;
+}
+
 /// The position of the first line feed; npos when there is none.
 inline std::size_t findLineFeed(std::string_view text) {
-    if (text.size() < 32) return text.find('\n');
-    const ByteBlock first = equal(blockAt(text.data()), '\n');
-    const ByteBlock second = equal(blockAt(text.data() + 16), '\n');
-    const std::uint32_t feeds = maskOf(first) | maskOf(second) << 16U;
-    if (feeds == 0) return text.find('\n', 32);
-    return static_cast<unsigned>(__builtin_ctz(feeds));
+    if (text.size() < 64) return text.find('\n');
+    std::uint32_t feeds = lineFeedsAt(text.data());
+    if (feeds != 0) return static_cast<unsigned>(__builtin_ctz(feeds));
+    feeds = lineFeedsAt(text.data() + 32);
+    if (feeds != 0) return 32 + static_cast<unsigned>(__builtin_ctz(feeds));
+    return text.find('\n', 64);
 }
 
 #else
 
 inline LineShape shapeOf(std::string_view line, std::size_t /*readable*/) {
     return shapeByBytes(line);
+}
+
+inline std::size_t nameEndOf(std::string_view line, std::size_t begin, std::size_t /*readable*/) {
+    return nameEndByBytes(line, begin);
 }
 
 inline std::size_t findLineFeed(std::string_view text) {

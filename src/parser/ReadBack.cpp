@@ -1,5 +1,7 @@
 #include "parser/ReadBack.h"
 
+#include "base/Blank.h"
+
 namespace kiv::detail {
 namespace {
 
@@ -10,8 +12,8 @@ constexpr std::string_view kStatementBehind = "behind = 1\n";
 Meaning meaningOf(const KDXReader& reader) {
     const bool hasHalves =
         reader.kind() != MiniKDXParser::lineAction && reader.kind() != MiniKDXParser::lineVerbatim;
-    return {reader.kind(), hasHalves ? reader.first() : reader.text(), reader.second(),
-            reader.comment()};
+    return {reader.kind(), hasHalves ? reader.first() : withoutTrailingBlanks(reader.text()),
+            reader.second(), reader.comment()};
 }
 
 bool readsBackAs(std::string_view statement, const Meaning& meaning) {

@@ -8,7 +8,7 @@
 namespace kiv::detail {
 
 /// What a statement says: its kind, its halves and its comment. For an action and a verbatim line,
-/// whose halves are empty, `first` is the text.
+/// whose halves are empty, `first` is the text without outer blanks.
 struct Meaning {
     MiniKDXParser::lineType kind = MiniKDXParser::lineBlank;
     std::string_view first;

@@ -143,7 +143,11 @@ inline std::string extract() {
 }
 
 inline std::string tidy() {
+    kiv::KDXFormatting::Style style;
+    style.endComments = kiv::KDXFormatting::Style::EndComments::added;
     return joined(kiv::KDXFormatting::indentKDX(kLines)) +
+           kiv::KDXFormatting::formatKDX(kDocument, style) +
+           messageOf([&] { kiv::KDXFormatting::formatKDX(kDocument + "-\\#", style); }) +
            kiv::KDXFormatting::removeComment(kLines[1]) +
            kiv::StringUtilities::replaceSubstring(kPath, "o", kPath) +
            kiv::StringUtilities::simplifyWhitespace(kDocument) +
