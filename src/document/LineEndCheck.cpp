@@ -9,8 +9,6 @@
 namespace kiv::detail {
 namespace {
 
-using Kind = MiniKDXParser::lineType;
-
 /// What a line would be by itself; empty for what says nothing to a reader.
 const char* statementIn(std::string_view line) {
     switch (MiniKDXParser::determineLineType(std::string(line))) {
@@ -20,7 +18,7 @@ const char* statementIn(std::string_view line) {
         case MiniKDXParser::lineAction: return "the action";
         case MiniKDXParser::lineUnrecognised:
         case MiniKDXParser::lineVerbatim:
-        case MiniKDXParser::lineBlank: return "";
+        case MiniKDXParser::lineBlank: break;
     }
     return "";
 }
@@ -109,7 +107,7 @@ private:
                        before.back() != ',' && !isBlank(before.back());
             case MiniKDXParser::lineUnrecognised:
             case MiniKDXParser::lineEnd:
-            case MiniKDXParser::lineBlank: return false;
+            case MiniKDXParser::lineBlank: break;
         }
         return false;
     }

@@ -134,6 +134,8 @@ TEST(KDXCheck, FindsHashesAndBackslashes) {
         {"! \\\nA:\n! \\\na\n> a\\\nEND\n",
          "1:3-1:4 swallowed-statement @2:1, 5:4-5:5 swallowed-statement @6:1 ?"},
         {"A:\nx = a \\\ny = 1\nz = a,\\\ny = 1\nu = a\\\nb\nEND", ""},
+        {"A:\nx = a\\\n> b\n# a\\\n\nEND\nENDX\\\n\n",
+         "2:6-2:7 swallowed-statement @3:1 ?, 7:5-7:5 error unknown-syntax"},
         {"A:\n  \\\n  x = 1, \\\n\\\n2\nEND", "2:3-2:4 lone-backslash, 4:1-4:2 lone-backslash"},
         {"A:\n x = 1 \\\r\n\nEND", "2:8-2:10 backslash-return ?"},
         {"A:\n x = 1 # \\\r\n\nEND", ""},
@@ -178,12 +180,18 @@ TEST(KDXCheck, TakesOptions) {
 }
 
 TEST(KDXCheck, SaysWhatIsWrongAndHowToMendIt) {
+    std::string longName;
+    while (longName.size() < 90) longName += "\xC3\xA4";
     for (const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
              {"A: \x1b[1m\nB:\nEND", "object is never closed: its END is missing",
               "A: \x1b[1m\nB:\nEND\nEND\n"},
              {"A: \x1b\nEND # B:",
               "the comment of this END names another object, but it closes object 'A: ?' of line 1",
               "A: \x1b\nEND # A:\x1b"},
+             {"AA: " + longName + "\nEND # B:",
+              "the comment of this END names another object, but it closes object 'AA: " +
+                  longName.substr(0, 72) + "...' of line 1",
+              "AA: " + longName + "\nEND # AA:" + longName},
              {"A:\r\n  x=a\\", "object is never closed: its END is missing",
               "A:\r\n  x=a\\\n\nEND\n"},
              {"A:\nend\n", "object is never closed: its END is missing", "A:\nend\nEND\n"},
