@@ -184,6 +184,12 @@ const std::vector<RefusalRow> kRefusedData = {
      "move (4): The object is never closed: its END is missing."},
     {"", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "x=1\nno KDX"); },
      "addText (4): A line of the text is no KDX."},
+    {"",
+     [](KDXDocument& d) {
+         KDXDocument other("\n\xEF\xBB\xBFx");
+         d.moveFrom(other, at(other, "x"), d.lastIn(d.root()));
+     },
+     "moveFrom (4): A line of the text is no KDX."},
     {"", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "END"); },
      "addText (4): The text has an END that closes nothing."},
     {"", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "A:\nB:\nEND"); },
