@@ -120,7 +120,9 @@ std::string objectLine(const char* function, const Layout& layout, std::string_v
 }
 
 std::string endComment(std::string_view type, std::string_view name) {
-    return std::string("# ").append(type).append(":").append(writtenName(type, name));
+    std::string comment;
+    appendEndComment(comment, type, name);
+    return comment;
 }
 
 std::string endLine(const Layout& layout, std::string_view type, std::string_view name) {

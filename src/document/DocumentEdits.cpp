@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ByteOrderMark.h"
 #include "base/ObjectName.h"
 #include "document/Change.h"
 #include "document/Composition.h"
@@ -282,7 +283,7 @@ Node KDXDocument::moveFrom(KDXDocument& other, Node node, Where where) {
     std::string text;
     layOut(source, block, layout, [&](Index, const std::string& bytes) { text += bytes; });
     // Such a line is none of KDX, and in a text of its own it would be another one.
-    if (KDXReader(text).hasByteOrderMark()) refuseData("moveFrom", kNoKdx);
+    if (detail::startsWithByteOrderMark(text)) refuseData("moveFrom", kNoKdx);
     Change change(impl->tree);
     detail::insertLines(change, impl->tree, spot, std::move(text), layout.lineEnd);
     const Index first = change.commit();

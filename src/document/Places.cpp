@@ -1,6 +1,7 @@
 #include "document/Places.h"
 
 #include "base/Blank.h"
+#include "base/ByteOrderMark.h"
 #include "document/Composition.h"
 
 namespace kiv::detail {
@@ -81,7 +82,7 @@ Spot spotOf(const char* function, const KDXDocument::Impl& document, Where where
 }
 
 void requireNoMark(const char* function, const StatementTree& tree, std::string_view bytes) {
-    if (tree.byteOrderMark().empty() && KDXReader(bytes).hasByteOrderMark())
+    if (tree.byteOrderMark().empty() && startsWithByteOrderMark(bytes))
         refuseData(function, kMarkInFront);
 }
 

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/ByteOrderMark.h"
+
 namespace kiv::detail {
 namespace {
 
@@ -59,10 +61,6 @@ std::size_t countLines(std::string_view text) {
     return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
 }
 
-std::size_t lengthOfMark(std::string_view text) {
-    return KDXReader(text).hasByteOrderMark() ? 3 : 0;
-}
-
 }  // namespace
 
 std::vector<Statement> readStatements(std::string_view text, std::size_t offset) {
@@ -93,7 +91,7 @@ bool isOpen(std::string_view bytes) {
 StatementTree::StatementTree(std::string text)
     : loaded(std::move(text)),
       statements(readStatements(loaded, 0)),
-      markLength(lengthOfMark(loaded)) {}
+      markLength(byteOrderMarkLength(loaded)) {}
 
 std::string_view StatementTree::bytesOf(Index index) const {
     const Statement& statement = statements[index];

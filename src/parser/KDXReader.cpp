@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/Blank.h"
+#include "base/ByteOrderMark.h"
 #include "base/Whitespace.h"
 #include "parser/LineTrimming.h"
 #include "parser/PhysicalLines.h"
@@ -11,12 +12,6 @@
 
 namespace kiv {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-std::size_t markLength(std::string_view text) {
-    return text.substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
-}
 
 std::size_t indentationOf(std::string_view line) {
     return line.size() - detail::withoutLeadingBlanks(line).size();
@@ -51,7 +46,7 @@ void refuse(const char* function) {
 
 struct KDXReader::State {
     explicit State(std::string_view wholeText, std::size_t limit)
-        : text(wholeText), lines(text.substr(markLength(text))), maxDepth(limit) {}
+        : text(wholeText), lines(text.substr(detail::byteOrderMarkLength(text))), maxDepth(limit) {}
 
     std::size_t position() const { return text.size() - lines.unread(); }
 
@@ -121,7 +116,7 @@ std::string_view KDXReader::lineEnd() const noexcept {
 }
 
 bool KDXReader::hasByteOrderMark() const noexcept {
-    return markLength(state->text) != 0;
+    return detail::startsWithByteOrderMark(state->text);
 }
 
 /// Finds the bytes of a statement's parts in its logical line.
@@ -201,7 +196,7 @@ KDXPlace KDXReader::placeInSource(std::size_t byte) const {
     const std::string_view text = state->text;
     const std::size_t offset = static_cast<std::size_t>(source.data() - text.data()) + byte;
     const std::size_t lineBegin =
-        std::max(text.substr(0, offset).rfind('\n') + 1, markLength(text));
+        std::max(text.substr(0, offset).rfind('\n') + 1, detail::byteOrderMarkLength(text));
     return {offset, firstLine + static_cast<std::size_t>(feeds) + 1, offset - lineBegin + 1};
 }
 

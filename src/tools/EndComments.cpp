@@ -1,14 +1,13 @@
 #include "tools/EndComments.h"
 
 #include "base/Blank.h"
+#include "base/ObjectName.h"
 #include "parser/ReadBack.h"
 
 namespace kiv::detail {
 namespace {
 
 using Style = KDXFormatting::Style;
-
-constexpr std::string_view kMark = "# ";
 
 bool fitsBehindEnd(std::string_view comment) {
     if (comment.find('\\') == std::string_view::npos) return true;
@@ -19,14 +18,14 @@ bool fitsBehindEnd(std::string_view comment) {
 /// Whether the comment names the object and says nothing else.
 bool says(std::string_view comment, std::string_view naming) {
     return !comment.empty() &&
-           withoutLeadingBlanks(comment.substr(1)) == naming.substr(kMark.size());
+           withoutLeadingBlanks(comment.substr(1)) == withoutLeadingBlanks(naming.substr(1));
 }
 
 }  // namespace
 
 void EndComments::open(std::string_view type, std::string_view name) {
     texts.resize(lastEnd());
-    texts.append(kMark).append(type).append(1, ':').append(name);
+    appendEndComment(texts, type, name);
     ends.push_back(texts.size());
 }
 

@@ -23,7 +23,7 @@ constexpr const char* kNothingOpen = "Internal error in specifying object nestin
 
 constexpr int kSignificantDigits = 6;
 
-const std::string replaceMark = "&replace ";
+const std::string replaceMark(detail::kReplaceMark);
 
 [[noreturn]] void fail(const char* function, const SystemMsg& message) {
     throw internal::error("KDXBuilder", function, message, errorTypeFailure);

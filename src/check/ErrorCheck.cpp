@@ -1,11 +1,11 @@
-#include "document/ErrorCheck.h"
+#include "check/ErrorCheck.h"
 
 #include <algorithm>
 
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
-#include "document/MessageText.h"
-#include "document/StatementPlaces.h"
+#include "check/MessageText.h"
+#include "check/StatementPlaces.h"
 
 namespace kiv::detail {
 namespace {

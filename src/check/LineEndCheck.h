@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "base/Blank.h"
-#include "document/ProblemList.h"
+#include "check/ProblemList.h"
 
 namespace kiv::detail {
 

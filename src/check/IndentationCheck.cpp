@@ -1,4 +1,4 @@
-#include "document/IndentationCheck.h"
+#include "check/IndentationCheck.h"
 
 namespace kiv::detail {
 std::optional<KDXPlace> IndentationCheck::closedAbove(std::string_view indentation) const {

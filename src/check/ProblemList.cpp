@@ -1,4 +1,4 @@
-#include "document/ProblemList.h"
+#include "check/ProblemList.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "document/ProblemList.h"
+#include "check/ProblemList.h"
 
 namespace kiv::detail {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "document/CheckRules.h"
+#include "check/CheckRules.h"
 
 namespace kiv::detail {
 

@@ -1,4 +1,4 @@
-#include "document/IgnoreComment.h"
+#include "check/IgnoreComment.h"
 
 #include <cstddef>
 

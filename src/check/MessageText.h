@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "document/NamesSeen.h"
+#include "check/NamesSeen.h"
 
 namespace kiv::detail {
 

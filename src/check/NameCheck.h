@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "document/NamesSeen.h"
+#include "check/NamesSeen.h"
 
 namespace kiv::detail {
 

@@ -5,14 +5,9 @@
 #include <string_view>
 
 #include "base/Blank.h"
+#include "base/ByteOrderMark.h"
 
 namespace kiv::detail {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-inline bool startsWithByteOrderMark(std::string_view text) {
-    return text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-}
 
 /// The blanks in front of a statement; a view without data for one of several lines, which tell
 /// nothing of its depth.

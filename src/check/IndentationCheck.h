@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "document/OpenObject.h"
+#include "check/OpenObject.h"
 
 namespace kiv::detail {
 

@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "document/IndentationCheck.h"
-#include "document/NameCheck.h"
-#include "document/OpenObject.h"
-#include "document/ProblemList.h"
+#include "check/IndentationCheck.h"
+#include "check/NameCheck.h"
+#include "check/OpenObject.h"
+#include "check/ProblemList.h"
 
 namespace kiv::detail {
 

@@ -1,20 +1,14 @@
-#include "document/EndComment.h"
+#include "check/EndComment.h"
 
 #include <algorithm>
 
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
+#include "base/ObjectName.h"
 #include "base/Whitespace.h"
-#include "document/OpenObject.h"
 
 namespace kiv::detail {
 namespace {
-
-/// The type without the mark that replaces an object, which ENDs do not repeat.
-std::string_view bareType(std::string_view type) {
-    const bool marked = type.substr(0, kReplaceMark.size()) == kReplaceMark;
-    return marked ? type.substr(kReplaceMark.size()) : type;
-}
 
 /// Whether a text begins with this word, and a blank or nothing stands behind it.
 bool beginsWithWord(std::string_view text, std::string_view word) {
@@ -37,7 +31,9 @@ bool isName(std::string_view text) {
 }  // namespace
 
 std::string endCommentOf(const SeenName& object) {
-    return std::string("# ").append(bareType(object.first)).append(":").append(object.second);
+    std::string comment;
+    appendEndComment(comment, object.first, object.second);
+    return comment;
 }
 
 bool fitsEndOf(std::string_view comment, const SeenName& object) {
@@ -51,7 +47,7 @@ bool fitsEndOf(std::string_view comment, const SeenName& object) {
     const std::string_view behindColon = named.substr(colon + 1);
     const std::string_view name = simplified(withoutOuterBlanks(behindColon), nameStorage);
     if (!isName(type)) return true;
-    const bool sameType = type == object.first || type == bareType(object.first);
+    const bool sameType = type == object.first || type == withoutReplaceMark(object.first);
     // "# see: the manual", "# http://..."
     const bool isRemark =
         !behindColon.empty() && (isBlank(behindColon.front()) || name.front() == '/');

@@ -1,4 +1,4 @@
-#include "document/CheckRules.h"
+#include "check/CheckRules.h"
 
 #include <algorithm>
 #include <cassert>

@@ -4,13 +4,9 @@
 
 #include <string_view>
 
-#include "document/NamesSeen.h"
+#include "check/NamesSeen.h"
 
 namespace kiv::detail {
-
-/// What writers put in front of the type of an object that replaces another, and sometimes in front
-/// of its indentation.
-constexpr std::string_view kReplaceMark = "&replace ";
 
 /// An object whose END has not been read.
 struct OpenObject {

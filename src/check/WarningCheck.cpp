@@ -1,14 +1,15 @@
-#include "document/WarningCheck.h"
+#include "check/WarningCheck.h"
 
 #include <functional>
 
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
-#include "document/EndComment.h"
-#include "document/IgnoreComment.h"
-#include "document/LineEndCheck.h"
-#include "document/MessageText.h"
-#include "document/StatementPlaces.h"
+#include "base/ObjectName.h"
+#include "check/EndComment.h"
+#include "check/IgnoreComment.h"
+#include "check/LineEndCheck.h"
+#include "check/MessageText.h"
+#include "check/StatementPlaces.h"
 #include "parser/ReadBack.h"
 
 namespace kiv::detail {

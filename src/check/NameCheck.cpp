@@ -1,4 +1,4 @@
-#include "document/NameCheck.h"
+#include "check/NameCheck.h"
 
 namespace kiv::detail {
 

@@ -1,4 +1,4 @@
-#include "document/MessageText.h"
+#include "check/MessageText.h"
 
 namespace kiv::detail {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "document/NamesSeen.h"
+#include "check/NamesSeen.h"
 
 namespace kiv::detail {
 

@@ -5,10 +5,10 @@
 #include <optional>
 #include <utility>
 
-#include "document/CheckRules.h"
-#include "document/ErrorCheck.h"
-#include "document/ProblemList.h"
-#include "document/WarningCheck.h"
+#include "check/CheckRules.h"
+#include "check/ErrorCheck.h"
+#include "check/ProblemList.h"
+#include "check/WarningCheck.h"
 
 namespace kiv {
 namespace {

@@ -1,10 +1,10 @@
-#include "document/LineEndCheck.h"
+#include "check/LineEndCheck.h"
 
 #include <algorithm>
 #include <string>
 
 #include "base/Blank.h"
-#include "document/StatementPlaces.h"
+#include "check/StatementPlaces.h"
 
 namespace kiv::detail {
 namespace {

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "base/Blank.h"
-#include "document/CheckRules.h"
+#include "check/CheckRules.h"
 
 namespace kiv::detail {
 
