@@ -1,14 +1,16 @@
 #include "MapCheck.h"
 
+#include <kiv/Error.h>
+#include <kiv/KDXDocument.h>
 #include <kiv/KDXPath.h>
 #include <kiv/MiniKDXParser.h>
-#include <kiv/StringUtilities.h>
 
 #include "Diagnostics.h"
 
 namespace kdx {
 namespace {
 
+using kiv::KDXDocument;
 using kiv::MiniKDXParser;
 
 /// Whether a line reads back as what it was made of. The parser has the last word.
@@ -21,30 +23,34 @@ bool readsBack(const std::string& line, MiniKDXParser::lineType type, const std:
            readFirst == first && readSecond == second;
 }
 
-std::string reasonInText(const std::string& text, const std::string& what) {
-    if (text.find('\n') != std::string::npos) return what + " holds a line feed";
-    if (text.find('#') != std::string::npos) return what + " holds a '#', which begins a comment";
-    if (!text.empty() && text.back() == '\\') return what + " ends in a backslash";
-    if (kiv::StringUtilities::removeWhitespace(text) != text)
-        return what + " begins or ends in a blank";
+bool carries(const std::string& name, const std::string& written, const std::string& value) {
+    return readsBack(name + " = " + written, MiniKDXParser::lineParameter, name, value);
+}
+
+/// What a document says against adding something; empty when it takes it.
+template <typename Add>
+std::string refusalOf(Add add) {
+    try {
+        KDXDocument document;
+        add(document, KDXDocument::lastIn(document.root()));
+    } catch (const kiv::data::invalid& refusal) {
+        return refusal.message();
+    }
     return {};
 }
 
-std::string reasonInName(const std::string& name, const std::string& what) {
-    std::string run;
-    std::string rest;
-    if (MiniKDXParser::determineLineType(name + '=', run, rest) != MiniKDXParser::lineParameter)
-        return what + " holds a character other than letters, digits, blanks, '&', '.' and '_'";
-    if (run != name) return what + " has blanks at its ends or several in a row";
+/// Makes a value one that the text can carry: behind a final backslash a '#' keeps the line from
+/// being continued.
+/// @return why that cannot be done; empty when it could.
+std::string protect(const std::string& name, std::string& value) {
+    if (carries(name, value, value)) return {};
+    const std::string commented = value + " #";
+    if (!carries(name, commented, value))
+        return refusalOf([&](KDXDocument& document, KDXDocument::Where where) {
+            document.addParameter(where, name, value);
+        });
+    value = commented;
     return {};
-}
-
-/// Why the text cannot carry a parameter; empty when it can.
-std::string reasonAgainst(const std::string& name, const std::string& value) {
-    if (readsBack(name + " = " + value, MiniKDXParser::lineParameter, name, value)) return {};
-    std::string reason = reasonInName(name, "the name of the parameter");
-    if (reason.empty()) reason = reasonInText(value, "the value");
-    return reason.empty() ? "the parameter would read back otherwise" : reason;
 }
 
 /// Why the text cannot carry an object with this path; empty when it can.
@@ -54,10 +60,12 @@ std::string reasonAgainst(const std::string& pathText) {
         const std::string& type = path.getType(i);
         const std::string name = path.getName(i) == type ? std::string() : path.getName(i);
         if (readsBack(type + ": " + name, MiniKDXParser::lineObject, type, name)) continue;
-        std::string reason = reasonInName(type, "the type '" + shown(type) + "'");
-        if (reason.empty()) reason = reasonInText(name, "the name '" + shown(name) + "'");
-        if (!reason.empty()) return reason;
-        return "the name '" + shown(name) + "' has a tab, or several blanks in a row, inside";
+        const std::string what = '\'' + shown(name.empty() ? type : type + ": " + name) + "': ";
+        const std::string refusal = refusalOf([&](KDXDocument& document, KDXDocument::Where where) {
+            document.addObject(where, type, name);
+        });
+        return what +
+               (refusal.empty() ? "the backslash at the end would continue the line" : refusal);
     }
     const std::string normal = path.getSubPath(0, path.numComponent());
     if (normal != pathText) return "this path would read back as \"" + shown(normal) + '"';
@@ -70,11 +78,11 @@ void add(Findings& findings, const std::string& where, const std::string& reason
 
 }  // namespace
 
-void checkMap(const kiv::StringMapMap& map, Findings& findings) {
-    for (const auto& [path, parameters] : map) {
+void makeCarried(kiv::StringMapMap& map, Findings& findings) {
+    for (auto& [path, parameters] : map) {
         add(findings, shownName(path), reasonAgainst(path));
-        for (const auto& [name, value] : parameters)
-            add(findings, shownName(path) + ", " + shownName(name), reasonAgainst(name, value));
+        for (auto& [name, value] : parameters)
+            add(findings, shownName(path) + ", " + shownName(name), protect(name, value));
     }
 }
 

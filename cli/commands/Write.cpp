@@ -40,14 +40,14 @@ bool hasObject(const kiv::StringMapMap& map, const std::string& path) {
 
 Outcome writeFile(const std::string& file, const Options& options, const Settings& settings) {
     const Source source = readSource(file);
-    const kiv::StringMapMap map = readJson(source.text());
+    kiv::StringMapMap map = readJson(source.text());
     if (depthOf(map) > settings.maxDepth)
         throw Trouble("has an object deeper than " + std::to_string(settings.maxDepth) +
                       " levels, the limit that --max-depth sets");
 
     Outcome outcome;
     Findings findings(kDefaultMaxErrors);
-    checkMap(map, findings);
+    makeCarried(map, findings);
     if (findings.errors() > 0) {
         findings.append(outcome.diagnostics, source.name, settings, "");
         outcome.status = Status::trouble;
@@ -82,8 +82,9 @@ void addWrite(Program& program) {
     command.text("--replace PATH", options.replacePath,
                  "Mark the object with this path with &replace");
     command.footer(
-        "A map that KDX cannot carry is refused: a line feed, a '#' or a final backslash in a\n"
-        "value, a name with a character that names cannot hold.\n\n"
+        "A map that KDX cannot carry is refused: a line feed or a '#' in a value, a name with a\n"
+        "character that names cannot hold. Behind a value that ends in a backslash stands a "
+        "'#'.\n\n"
         "Example:\n  kdx map a.kdx | jq '.\"/Sample:s1\".gain = \"12\"' | kdx write > b.kdx");
 }
 

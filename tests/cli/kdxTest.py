@@ -289,23 +289,27 @@ class Results(KdxTest):
             self.assertEqual((got, output), (2, ""))
             self.assertIn("no UTF-8 cannot be put into JSON", errors)
 
+    def test_backslashes_at_ends_are_carried(self):
+        text = '{"/A": {"q": "C:\\\\d\\\\", "r": "1"}}'
+        written = "A: \n  q = C:\\d\\ #\n  r = 1\nEND # A:\n"
+        self.expect("write", text, written, 0)
+        self.expect("get - /A q", written, "C:\\d\\\n", 0)
+
     def test_that_cannot_be_written(self):
-        characters = "other than letters, digits, blanks, '&', '.' and '_'"
+        cannot = "KDX cannot carry this: "
+        characters = "a name consists of letters, digits, blanks, '&', '.' and '_'."
         for text, reason in [
-            ('{"/A": {"x": "a\\nb"}}', "/A, x: the value holds a line feed"),
-            ('{"/A": {"x": "a\\\\"}}', "/A, x: the value ends in a backslash"),
-            ('{"/A": {"x": "a#b"}}', "/A, x: the value holds a '#', which begins a comment"),
-            ('{"/A": {"x": " a"}}', "/A, x: the value begins or ends in a blank"),
-            ('{"/A": {"x-y": "a"}}',
-             "/A, x-y: the name of the parameter holds a character " + characters),
-            ('{"/A-B:c": {}}', "/A-B:c: the type 'A-B' holds a character " + characters),
-            ('{"/A:c\\\\": {}}', "/A:c\\: the name 'c\\' ends in a backslash"),
-            ('{"/A:c  d": {}}',
-             "/A:c  d: the name 'c  d' has a tab, or several blanks in a row, inside"),
+            ('{"/A": {"x": "a\\nb"}}', f"/A, x: {cannot}a line feed would end the line."),
+            ('{"/A": {"x": "a\\\\#b\\\\"}}', f"/A, x: {cannot}it would be read as something else."),
+            ('{"/A": {"x-y": "a"}}', f"/A, x-y: {cannot}{characters}"),
+            ('{"/A-B:c": {}}', f"/A-B:c: 'A-B: c': {cannot}{characters}"),
+            ('{"/A:c\\\\": {}}', "/A:c\\: 'A: c\\': the backslash at the end would continue the line"),
+            ('{"/A:c  d": {}}', f"/A:c  d: 'A: c  d': {cannot}a name has no outer blanks, and "
+             "between words a single space."),
             ('{"A": {}}', 'A: this path would read back as "/A"'),
             ('{"/A:A": {}}', '/A:A: this path would read back as "/A"'),
             ('{"": {}}', '"": the empty path names no object'),
-            ('{"/A": {"": "#"}}', '/A, "": the value holds a \'#\', which begins a comment'),
+            ('{"/A": {"": "#"}}', f'/A, "": {cannot}a \'#\' would begin a comment.'),
             ('{"/A": {"x": ["a"]}}', 'is no map at "/A", "x": an array is no part of a map'),
             ('{"/A": {}, "/A": {}}', 'is no map at "/A": the object stands here twice'),
             ("[]", "is no map: an array is no part of a map"),
