@@ -13,7 +13,7 @@ TARGETS = [
     ("text-to-map", "floor", 1.4),
     ("text-to-map", "RapidJSON", 1.0),
     ("lines-to-map", "floor", 1.5),
-    ("map-to-text", "floor", 2.0),
+    ("map-to-text", "floor", 1.5),
     ("map-to-text", "RapidJSON", 1.0),
     ("re-indent", "floor", 2.5),
     ("re-indent", "RapidJSON", 0.6),
