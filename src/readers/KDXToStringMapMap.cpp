@@ -92,7 +92,7 @@ private:
     // before. Unlike try_emplace(), this looks at the place just once when the object is new, as
     // nearly all are. For one that is there, an entry is made in vain.
     Entry enterPath() {
-        const Entry entry =
+        const auto entry =
             target.outputMap.emplace_hint(target.nextEntry, std::piecewise_construct,
                                           std::forward_as_tuple(target.path), std::tuple<>());
         target.nextEntry = std::next(entry);
