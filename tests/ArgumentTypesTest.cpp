@@ -5,8 +5,11 @@
 #include <kiv/Error.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
 #include <kiv/KDXBuilder.h>
+#include <kiv/KDXCheck.h>
+#include <kiv/KDXDocument.h>
 #include <kiv/KDXFormatting.h>
 #include <kiv/KDXPath.h>
+#include <kiv/KDXReader.h>
 #include <kiv/KDXToStringMapMap.h>
 #include <kiv/Messages.h>
 #include <kiv/ObjectKDXParser.h>
@@ -86,6 +89,27 @@ static_assert(refusesAll<std::string>(                                          
     [](auto s) -> decltype(StringMapMapToKDX::convert(0, kiv::StringMapMap(), s)) {},  //
     [](auto s) -> decltype(kiv::MiniKDXParser::determineLineType(0, s, s)) {}));
 
+using Document = kiv::KDXDocument;
+constexpr Document::Where kWhere = Document::before(Document::Node::none);
+static_assert(refusesAll<Document>(                                          //
+    [](auto d) -> decltype(d.setValue(Document::Node::none, 0)) {},          //
+    [](auto d) -> decltype(d.setName(Document::Node::none, nullptr)) {},     //
+    [](auto d) -> decltype(d.setType(Document::Node::none, nullptr)) {},     //
+    [](auto d) -> decltype(d.setText(Document::Node::none, nullptr)) {},     //
+    [](auto d) -> decltype(d.setComment(Document::Node::none, nullptr)) {},  //
+    [](auto d) -> decltype(d.addParameter(kWhere, "n", 0)) {},               //
+    [](auto d) -> decltype(d.addObject(kWhere, nullptr)) {},                 //
+    [](auto d) -> decltype(d.addAction(kWhere, 0)) {},                       //
+    [](auto d) -> decltype(d.addComment(kWhere, 0)) {},                      //
+    [](auto d) -> decltype(d.addText(kWhere, nullptr)) {},                   //
+    [](auto d) -> decltype(d.findParameters({}, 0)) {},                      //
+    [](auto d) -> decltype(d.removeParameters({}, nullptr)) {},              //
+    [](auto d) -> decltype(d.set({}, "n", 0)) {}));
+static_assert(refusesAll<std::vector<kiv::KDXTextEdit>>(
+    [](auto edits) -> decltype(kiv::applyEdits(nullptr, edits)) {}));
+static_assert(takes<Document>([](auto d) -> decltype(d.set({}, "n", std::string())) {}));
+static_assert(takes<Document>([](auto d) -> decltype(d.addObject(kWhere, "T")) {}));
+
 // What means a number or an empty text is taken.
 static_assert(takes<KDXBuilder>([](auto b) -> decltype(b.addParam("n", 0)) {}));
 static_assert(takes<KDXBuilder>([](auto b) -> decltype(b.addParam("n", 1, "mm")) {}));
@@ -96,6 +120,7 @@ template <typename Type, typename... More>
 constexpr bool isMadeOfText =
     !std::is_constructible_v<Type, Null, More...> && !std::is_constructible_v<Type, int, More...> &&
     std::is_constructible_v<Type, const char*, More...>;
+static_assert(isMadeOfText<kiv::KDXReader> && isMadeOfText<Document>);
 static_assert(isMadeOfText<KDXBuilder> && isMadeOfText<ActionBuilder>);
 static_assert(isMadeOfText<kiv::CleanKDXParamString> && isMadeOfText<kiv::KDXPath>);
 static_assert(isMadeOfText<kiv::SystemMsg> && isMadeOfText<kiv::UserMsg, bool*>);
@@ -111,6 +136,10 @@ constexpr bool takesText(Call call) {
     return takesAll<std::string, const char*>(call) && !takesAny<int, long, Null>(call);
 }
 static_assert(takesText([](auto s) -> decltype(kiv::KDXFormatting::removeComment(s)) {}));
+static_assert(takesText([](auto s) -> decltype(kiv::KDXFormatting::formatKDX(s)) {}));
+static_assert(takesText([](auto s) -> decltype(kiv::KDXCheck::check(s)) {}));
+static_assert(takesText([](auto s) -> decltype(kiv::findNoUtf8(s)) {}));
+static_assert(takesText([](auto s) -> decltype(kiv::readPath(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::MiniKDXParser::determineLineType(s)) {}));
 static_assert(takesText(
     [](auto s) -> decltype(kiv::ExtractActionOrStateFromKDX::extractActionOrStateFromKDX(s)) {}));

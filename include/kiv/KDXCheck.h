@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/KDXText.h>
 
@@ -78,5 +79,9 @@ struct Report {
 /// when KDXToStringMapMap::convert() takes what stands behind the mark, apart from "too-deep".
 /// @throws kiv::data::invalid when the options name a rule that there is not.
 KIV_KDX_EXPORT Report check(std::string_view text, const Options& options = {});
+
+// A null pointer, or 0, is no text: this does not compile.
+template <typename Text, typename = detail::IfNoText<Text>>
+Report check(Text, const Options& = {}) = delete;
 
 }  // namespace kiv::KDXCheck

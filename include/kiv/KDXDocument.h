@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/KDXReader.h>
 #include <kiv/KDXText.h>
@@ -34,6 +35,10 @@ using KDXSteps = std::vector<KDXStep>;
 ///
 ///     readPath("/Sample:*/**/Channel:A");
 KIV_KDX_EXPORT KDXSteps readPath(std::string_view path);
+
+// A null pointer, or 0, is no text: this does not compile.
+template <typename Path, typename = detail::IfNoText<Path>>
+KDXSteps readPath(Path) = delete;
 
 /// A KDX text that can be changed and keeps every byte that nobody changes.
 ///
@@ -215,6 +220,36 @@ public:
     /// The edits that make the text as it was loaded into the text as it is now: one for each run
     /// of changed statements. Takes linear time.
     std::vector<KDXTextEdit> textEdits() const;
+
+    // A null pointer, or a number, is no text: none of these compiles.
+    template <typename Text, typename = detail::IfNoText<Text>>
+    explicit KDXDocument(Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    std::vector<Node> findParameters(const KDXSteps&, Text) const = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    std::size_t removeParameters(const KDXSteps&, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    void setValue(Node, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    void setName(Node, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    void setType(Node, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    void setText(Node, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    void setComment(Node, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    Node addAction(Where, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    Node addComment(Where, Text) = delete;
+    template <typename Text, typename = detail::IfNoText<Text>>
+    Node addText(Where, Text) = delete;
+    template <typename... Texts, typename = detail::IfNoText<Texts...>>
+    Node addParameter(Where, Texts...) = delete;
+    template <typename... Texts, typename = detail::IfNoText<Texts...>>
+    Node addObject(Where, Texts...) = delete;
+    template <typename Name, typename Value, typename = detail::IfNoText<Name, Value>>
+    Node set(const KDXSteps&, Name, Value) = delete;
 
     class Impl;
 

@@ -91,5 +91,7 @@ struct Style {
 /// @throws kiv::data::invalid when a line is no KDX: the message says where, and what is awaited
 /// there.
 KIV_KDX_EXPORT std::string formatKDX(std::string_view text, const Style& style = {});
+template <typename Text, typename = detail::IfNoText<Text>>
+std::string formatKDX(Text, const Style& = {}) = delete;
 
 }  // namespace kiv::KDXFormatting

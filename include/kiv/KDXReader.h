@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 #include <kiv/KDXText.h>
 #include <kiv/MiniKDXParser.h>
@@ -41,6 +42,10 @@ public:
     /// Begins in front of the first statement.
     /// @param maxDepth so many objects may be open at a time; see isTooDeep().
     explicit KDXReader(std::string_view text, std::size_t maxDepth = kUnlimited);
+
+    // A null pointer, or 0, is no text: this does not compile.
+    template <typename Text, typename = detail::IfNoText<Text>>
+    explicit KDXReader(Text, std::size_t = kUnlimited) = delete;
 
     KDXReader(KDXReader&& other) noexcept;
     KDXReader& operator=(KDXReader&& other) noexcept;

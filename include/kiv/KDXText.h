@@ -1,5 +1,6 @@
 #pragma once
 
+#include <kiv/ArgumentTypes.h>
 #include <kiv/KDXExport.h>
 
 #include <cstddef>
@@ -33,5 +34,11 @@ KIV_KDX_EXPORT std::string applyEdits(std::string_view text, const std::vector<K
 
 /// The offset of the first byte that belongs to no UTF-8 character; npos when there is none.
 KIV_KDX_EXPORT std::size_t findNoUtf8(std::string_view text) noexcept;
+
+// A null pointer, or 0, is no text: this does not compile.
+template <typename Text, typename = detail::IfNoText<Text>>
+std::string applyEdits(Text, const std::vector<KDXTextEdit>&) = delete;
+template <typename Text, typename = detail::IfNoText<Text>>
+std::size_t findNoUtf8(Text) = delete;
 
 }  // namespace kiv
