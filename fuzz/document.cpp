@@ -22,9 +22,9 @@ constexpr std::array<std::string_view, 20> kValues = {
     "a\\ b", "a=b", "a\\\\", "a\\\\#",    "\\",    "a:b",     "a/b", "\\#", "a\rb", "END"};
 constexpr std::array<std::string_view, 8> kComments = {"note", "",     "# a # b", "C:\\",
                                                        "#",    "a\nb", "a ",      "\\#"};
-constexpr std::array<std::string_view, 7> kTexts = {
-    "y = 1\n", "A: n\n  z=1\n END", "# c\n\nw = C:\\ #\r\n", "q = a\\\n", "END\n", "B:\n",
-    "no KDX"};
+constexpr std::array<std::string_view, 11> kTexts = {
+    "y = 1\n", "A: n\n  z=1\n END", "# c\n\nw = C:\\ #\r\n", "q = a\\\n",     "END\n",     "B:\n",
+    "no KDX",  "y=1\nx=a\\",        "# a\n# b\\\n",          "A:\nEND # \\ ", "x=1\r\ny=2"};
 
 /// What a statement says, its depth, its bytes.
 struct Entry {
@@ -229,7 +229,19 @@ private:
     }
 
     void addText() {
-        for (const Node node : document.addText(anyWhere(), oneOf(kTexts))) nameAll(node);
+        const std::string_view text = oneOf(kTexts);
+        std::string added;
+        for (const Node node : document.addText(anyWhere(), text)) {
+            nameAll(node);
+            appendAll(added, node);
+        }
+        fuzz::require(added.substr(0, text.size()) == text, "a text is added as it is");
+    }
+
+    void appendAll(std::string& text, Node node) {
+        text += document.source(node);
+        for (Node n = document.firstChild(node); n != Node::none; n = document.nextSibling(n))
+            appendAll(text, n);
     }
 
     void remove() {

@@ -51,9 +51,10 @@ KDXSteps readPath(Path) = delete;
 /// END last. In text order a statement comes before those below it.
 ///
 /// What is added is laid out like its neighbours; what is changed keeps its own blanks and its
-/// comment; all else keeps its bytes, apart from a line end that is put behind the last statement
-/// when something follows it. A statement is read back before it takes its place: what KDX cannot
-/// carry is refused with kiv::data::invalid, before anything has changed.
+/// comment; all else keeps its bytes, apart from the line end that is put behind the last statement
+/// when something follows it, and an empty line where that one is open: ends in a backslash. A
+/// statement is read back before it takes its place: what KDX cannot carry is refused with
+/// kiv::data::invalid, before anything has changed.
 ///
 /// Comments directly above a statement belong to it, and go and come with it. Directly above an END
 /// they belong to the object around them, as do those that a blank line sets apart.
@@ -84,7 +85,8 @@ public:
     /// The first place in an object; in the root, behind comments at the head of the text that a
     /// blank line sets apart.
     static constexpr Where firstIn(Node object) { return {Where::Side::first, object}; }
-    /// Behind the last statement in an object, and in front of comments that stand behind that one.
+    /// Behind the last thing in an object that is no comment and no blank line. Comments and blank
+    /// lines themselves go behind everything.
     static constexpr Where lastIn(Node object) { return {Where::Side::last, object}; }
 
     /// An empty document.
@@ -105,7 +107,8 @@ public:
     /// Appends it.
     void write(std::string& out) const;
 
-    // ---- Going through. Each takes constant time, but where a length or position is named.
+    // ---- Going through. Each takes constant time, but next() takes time in proportion to the
+    // depth behind an object that is never closed.
 
     /// What holds the statements that are in no object. It is no statement itself.
     Node root() const;
@@ -153,13 +156,14 @@ public:
     /// All parameters of a name in those objects. The first is the one whose value readers see.
     std::vector<Node> findParameters(const KDXSteps& path, std::string_view name) const;
 
-    // ---- Changing. Each takes time in proportion to what it changes.
+    // ---- Changing. Each takes time in proportion to what it changes; one that names a place, also
+    // to the comments and blank lines next to it; a move, and what is put behind an object that is
+    // never closed, also to the depth. All throw std::length_error when the edits add up to 4 GiB.
 
     /// @throws kiv::data::invalid for a text that KDX cannot carry as a value: one with a line
-    /// feed, outer blanks, or a '#' that would begin a comment. A backslash at the end is carried,
-    /// by a
-    /// '#' behind it. Where the value and the comment cannot stand in one line, the comment moves
-    /// to a line of its own above.
+    /// feed, outer blanks, or a '#' that would begin a comment. A backslash at the end is carried:
+    /// where it would continue the line, a '#' is put behind it. Where the value and the comment
+    /// cannot stand in one line, the comment moves to a line of its own above.
     void setValue(Node parameter, std::string_view value);
 
     /// The name of a parameter or of an object. Where the END of the object names it in its

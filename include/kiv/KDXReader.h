@@ -77,8 +77,9 @@ public:
     /// what it says, with its '>', '!' or '$'.
     std::string_view text() const noexcept;
 
-    /// The whole statement as one line, without line end: with leading blanks and comment, and with
-    /// continued lines joined. Of an action it is what MiniKDXParser::newAction() receives.
+    /// The statement as one line: with leading blanks and comment, without line feeds, and with
+    /// continued lines joined. A carriage return at its end stays. Of an action it is what
+    /// MiniKDXParser::newAction() receives.
     std::string_view line() const noexcept { return current.line; }
 
     /// The bytes of the statement in the text, line ends included.
@@ -90,7 +91,8 @@ public:
     /// Whether the statement consists of several lines.
     bool isContinued() const noexcept { return lastLine != firstLine; }
 
-    /// The number, from 1, of the line in which the statement begins.
+    /// The number, from 1, of the line of the statement's first byte; place() may lie further down,
+    /// behind a line with a backslash alone.
     std::size_t lineNumber() const noexcept { return firstLine + 1; }
 
     /// How many objects are open around the statement. An END stands as deep as the object that it

@@ -10,10 +10,8 @@ Change::~Change() {
 
 void Change::rewrite(Index index, std::string_view bytes) {
     const StatementReader statement(bytes);
-    const bool isComment =
-        statement->kind() == MiniKDXParser::lineBlank && !statement->comment().empty();
     const std::size_t begin = tree.addBytes(bytes);
-    rewritings.push_back({index, begin, bytes.size(), isComment});
+    rewritings.push_back({index, begin, bytes.size(), isCommentAlone(*statement)});
 }
 
 void Change::insert(Index parent, Index behind, std::string_view text) {

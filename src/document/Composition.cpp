@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/Blank.h"
+#include "base/LineEnd.h"
 #include "base/NameCharacter.h"
 #include "base/ObjectName.h"
 #include "base/Whitespace.h"
@@ -38,9 +39,10 @@ bool isSimplified(std::string_view text) {
     return !hasOuterBlanks(text) && hasSimpleWhitespace(text);
 }
 
-bool beginsComment(std::string_view text) {
-    const std::size_t hash = text.find('#');
-    return hash != std::string_view::npos && (hash == 0 || text[hash - 1] != '\\');
+/// Whether a comment can stand in no line with this text.
+bool forbidsComment(std::string_view text) {
+    return text.substr(0, 1) == "!" ||
+           (text.find('#') != std::string_view::npos && !holdsComment(text));
 }
 
 /// Why a statement cannot say this. Whether it can is not decided here.
@@ -55,11 +57,12 @@ const char* reasonAgainst(const Meaning& meaning) {
         return kValueBlanks;
     if (meaning.kind == MiniKDXParser::lineObject && !isSimplified(meaning.second))
         return kNameBlanks;
-    if (beginsComment(meaning.second) || (!hasHalves && beginsComment(meaning.first))) return kHash;
+    const std::string_view text = hasHalves ? meaning.second : meaning.first;
+    if (!meaning.comment.empty() && forbidsComment(text)) return kNoComment;
+    if (holdsComment(text)) return kHash;
     if (!meaning.comment.empty() && meaning.comment.back() == '\\') return kCommentBackslash;
     if (hasOuterBlanks(meaning.comment)) return kCommentBlanks;
     if (!hasHalves && hasOuterBlanks(meaning.first)) return kTextBlanks;
-    if (!meaning.comment.empty()) return kNoComment;
     return kOther;
 }
 
@@ -78,6 +81,7 @@ std::string_view separator(std::string_view text, std::string_view behind) {
 std::string nameAndEquals(const Layout& layout, std::string_view name, std::string_view value) {
     std::string line = layout.indentation;
     line += name;
+    if (name.empty()) return line.append(separator(withoutLeadingBlanks(layout.equals), value));
     if (layout.equalsColumn == 0) return line.append(separator(layout.equals, value));
     line.resize(std::max(line.size() + 1, layout.equalsColumn), ' ');
     return line.append(
@@ -136,8 +140,10 @@ std::string endLine(const Layout& layout, std::string_view type, std::string_vie
 
 std::string actionLine(const char* function, const Layout& layout, std::string_view text) {
     const std::string action = std::string(text.substr(0, 1) == ">" ? "" : ">").append(text);
-    return firstThatReads(function, {{layout.indentation + action + layout.lineEnd,
-                                      {MiniKDXParser::lineAction, action, {}, {}}}});
+    const std::string line = layout.indentation + action;
+    return firstThatReads(
+        function, {{line + layout.lineEnd, {MiniKDXParser::lineAction, action, {}, {}}},
+                   {line + " #" + layout.lineEnd, {MiniKDXParser::lineAction, action, {}, "#"}}});
 }
 
 std::string commentLine(const char* function, const Layout& layout, std::string_view comment) {
@@ -152,8 +158,7 @@ std::string withHash(std::string_view comment) {
 
 std::string relaid(std::string_view bytes, std::string_view oldIndentation, const Layout& layout) {
     const StatementReader statement(bytes);
-    const std::string_view oldEnd = statement->lineEnd();
-    std::string_view rest = bytes.substr(0, bytes.size() - oldEnd.size());
+    std::string_view rest = withoutLineEnd(bytes);
     std::string text;
     while (!rest.empty()) {
         std::string_view line = rest.substr(0, std::min(rest.find('\n'), rest.size() - 1) + 1);
@@ -168,11 +173,11 @@ std::string relaid(std::string_view bytes, std::string_view oldIndentation, cons
     return readsBack({text, meaningOf(*statement)}) ? text : closed(bytes, layout.lineEnd);
 }
 
-std::string closed(std::string_view bytes, std::string_view lineEnd) {
-    std::string text(bytes);
+std::string closed(std::string_view lines, std::string_view lineEnd) {
+    std::string text(lines);
     const bool open = isOpen(text);
     // A carriage return behind a backslash would keep it from continuing the line.
-    if (text.empty() || text.back() != '\n') text += open ? "\n" : lineEnd;
+    if (lineEndOf(text).empty()) text += open ? "\n" : lineEnd;
     if (open) text += lineEnd;
     return text;
 }

@@ -61,8 +61,8 @@ std::string endComment(std::string_view type, std::string_view name);
 /// that does not change what it says; else with its own.
 std::string relaid(std::string_view bytes, std::string_view oldIndentation, const Layout& layout);
 
-/// A statement that nothing behind it can continue: with the line end that it lacks, and an empty
-/// line where it is open.
-std::string closed(std::string_view bytes, std::string_view lineEnd);
+/// Lines that nothing behind them can continue: with the line end that they lack, and an empty line
+/// where they are open.
+std::string closed(std::string_view lines, std::string_view lineEnd);
 
 }  // namespace kiv::detail

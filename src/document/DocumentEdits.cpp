@@ -6,6 +6,7 @@
 #include "document/Change.h"
 #include "document/Composition.h"
 #include "document/DocumentImpl.h"
+#include "document/PathWalk.h"
 #include "document/Places.h"
 #include "document/Rewriting.h"
 
@@ -17,6 +18,7 @@ using detail::Index;
 using detail::kNone;
 using detail::kRoot;
 using detail::Layout;
+using detail::PathWalk;
 using detail::refuseCall;
 using detail::refuseData;
 using detail::Spot;
@@ -26,6 +28,7 @@ using Where = KDXDocument::Where;
 
 constexpr const char* kWrongKind = "A statement of this kind has no such part.";
 constexpr const char* kNoEnd = "The END of an object goes with the object.";
+constexpr const char* kRootStays = "The root is no statement.";
 constexpr const char* kInsideItself = "A statement cannot be put inside itself.";
 constexpr const char* kNoPath = "Every step needs a type and a name.";
 constexpr const char* kNoKdx = "A line of the text is no KDX.";
@@ -34,8 +37,7 @@ constexpr const char* kTooFewEnds = "The text has an object that is never closed
 
 /// Adds the lines that `compose` makes for a layout. @return the first statement.
 template <typename Compose>
-Node add(const char* function, KDXDocument::Impl& document, Where where, Compose compose) {
-    const Spot spot = detail::spotOf(function, document, where);
+Node add(KDXDocument::Impl& document, const Spot& spot, Compose compose) {
     const Layout layout = detail::layoutAt(document.tree, spot.parent, spot.behind);
     Change change(document.tree);
     detail::insertLines(change, document.tree, spot, compose(layout), layout.lineEnd);
@@ -88,20 +90,13 @@ bool isInside(const StatementTree& tree, Index index, Index outer) {
     return index == outer;
 }
 
-/// Removes statements, which stand in text order, with their blocks.
-std::size_t removeAll(const char* function, KDXDocument::Impl& document,
-                      const std::vector<Node>& nodes) {
-    StatementTree& tree = document.tree;
+/// Removes statements with their blocks. They stand in text order, and none inside another.
+void removeAll(const char* function, StatementTree& tree, const std::vector<Index>& statements) {
     std::vector<Block> blocks;
-    for (const Node node : nodes) {
-        const Index index = document.statementOf(function, node);
-        if (tree.isEnd(index) && tree.at(index).parent != kRoot) refuseCall(function, kNoEnd);
-        const bool isGoing = !blocks.empty() && isInside(tree, index, blocks.back().last);
-        if (!isGoing) blocks.push_back(blockOf(tree, index));
-    }
+    blocks.reserve(statements.size());
+    for (const Index index : statements) blocks.push_back(blockOf(tree, index));
     requireRemovable(function, tree, blocks);
     for (const Block& block : blocks) tree.remove(block.first, block.last);
-    return nodes.size();
 }
 
 /// Whether a block already stands where it is to be put.
@@ -128,8 +123,10 @@ void moveBlock(const char* function, StatementTree& tree, const Block& block, co
     if (detail::statementBefore(tree, spot) == kRoot)
         detail::requireNoMark(function, tree, tree.bytesOf(block.first));
     Change change(tree);
-    detail::closeTextBefore(change, tree, spot, layout.lineEnd);
-    layOut(tree, block, layout, [&](Index index, const std::string& bytes) {
+    const bool endsBare = detail::closeTextBefore(change, tree, spot, layout.lineEnd);
+    const Index last = tree.lastBelow(block.last);
+    layOut(tree, block, layout, [&](Index index, std::string_view bytes) {
+        if (endsBare && index == last) bytes = detail::asLastOfText(bytes);
         if (bytes != tree.bytesOf(index)) change.rewrite(index, bytes);
     });
     change.commit();
@@ -138,13 +135,31 @@ void moveBlock(const char* function, StatementTree& tree, const Block& block, co
 
 // ---- Setting by path.
 
-KDXSteps beginningOf(const KDXSteps& path, std::size_t count) {
-    return {path.begin(), path.begin() + static_cast<std::ptrdiff_t>(count)};
-}
-
 void requirePath(const char* function, const KDXSteps& path) {
     for (const KDXStep& step : path)
         if (step.anyDepth || !step.type || !step.name) refuseCall(function, kNoPath);
+}
+
+/// What of a path there is: the first object that fulfils the most of its steps, and the first
+/// parameter of a name in objects that fulfil all.
+struct Found {
+    std::size_t steps = 0;
+    Index object = kRoot;
+    Index parameter = kNone;
+};
+
+Found find(const StatementTree& tree, const KDXSteps& path, std::string_view name) {
+    Found found;
+    PathWalk(tree, path).run([&](const PathWalk::Step& step) {
+        if (step.steps > found.steps) {
+            found.steps = step.steps;
+            found.object = step.index;
+        }
+        if (step.isMatched && detail::isParameter(tree, step.index, name))
+            found.parameter = step.index;
+        return found.parameter == kNone;
+    });
+    return found;
 }
 
 /// A parameter with objects around it, one for each step.
@@ -167,41 +182,43 @@ std::string nestedParameter(const char* function, Layout layout, const KDXSteps&
 }  // namespace
 
 Node KDXDocument::addParameter(Where where, std::string_view name, std::string_view value) {
-    return add("addParameter", *impl, where, [&](const Layout& layout) {
+    return add(*impl, detail::spotOf("addParameter", *impl, where), [&](const Layout& layout) {
         return detail::parameterLine("addParameter", layout, name, value);
     });
 }
 
 Node KDXDocument::addObject(Where where, std::string_view type, std::string_view name) {
-    return add("addObject", *impl, where, [&](const Layout& layout) {
+    return add(*impl, detail::spotOf("addObject", *impl, where), [&](const Layout& layout) {
         return detail::objectLine("addObject", layout, type, name) +
                detail::endLine(layout, type, name);
     });
 }
 
 Node KDXDocument::addAction(Where where, std::string_view text) {
-    return add("addAction", *impl, where,
+    return add(*impl, detail::spotOf("addAction", *impl, where),
                [&](const Layout& layout) { return detail::actionLine("addAction", layout, text); });
 }
 
 Node KDXDocument::addComment(Where where, std::string_view comment) {
-    return add("addComment", *impl, where, [&](const Layout& layout) {
+    return add(*impl, detail::spotForRemark("addComment", *impl, where), [&](const Layout& layout) {
         return detail::commentLine("addComment", layout, comment);
     });
 }
 
 Node KDXDocument::addBlankLine(Where where) {
-    return add("addBlankLine", *impl, where, [](const Layout& layout) { return layout.lineEnd; });
+    return add(*impl, detail::spotForRemark("addBlankLine", *impl, where),
+               [](const Layout& layout) { return layout.lineEnd; });
 }
 
 std::vector<Node> KDXDocument::addText(Where where, std::string_view text) {
     StatementTree& tree = impl->tree;
     const Spot spot = detail::spotOf("addText", *impl, where);
+    text.remove_prefix(detail::byteOrderMarkLength(text));
+    if (text.empty()) return {};
     const Layout layout = detail::layoutAt(tree, spot.parent, spot.behind);
     Change change(tree);
-    if (!text.empty())
-        detail::insertLines(change, tree, spot, detail::closed(text, layout.lineEnd),
-                            layout.lineEnd);
+    detail::closeTextBefore(change, tree, spot, layout.lineEnd);
+    change.insert(spot.parent, spot.behind, detail::closed(text, layout.lineEnd));
     requireBalanced("addText", change.insertedStatements());
     std::vector<Node> nodes;
     nodes.reserve(change.insertedStatements().size());
@@ -247,15 +264,39 @@ void KDXDocument::setComment(Node node, std::string_view comment) {
 }
 
 void KDXDocument::remove(Node node) {
-    removeAll("remove", *impl, {node});
+    const Index index = impl->statementOf("remove", node);
+    if (impl->tree.isEnd(index) && impl->tree.at(index).parent != kRoot)
+        refuseCall("remove", kNoEnd);
+    removeAll("remove", impl->tree, {index});
 }
 
 std::size_t KDXDocument::removeObjects(const KDXSteps& path) {
-    return removeAll("removeObjects", *impl, findObjects(path));
+    if (path.empty()) refuseCall("removeObjects", kRootStays);
+    std::size_t count = 0;
+    std::vector<Index> outermost;
+    std::size_t around = KDXReader::kUnlimited;  // the depth of the last one
+    PathWalk(impl->tree, path).run([&](const PathWalk::Step& step) {
+        if (step.depth <= around) around = KDXReader::kUnlimited;
+        if (!step.isMatched || !impl->tree.isObject(step.index)) return true;
+        ++count;
+        if (around != KDXReader::kUnlimited) return true;
+        around = step.depth;
+        outermost.push_back(step.index);
+        return true;
+    });
+    removeAll("removeObjects", impl->tree, outermost);
+    return count;
 }
 
 std::size_t KDXDocument::removeParameters(const KDXSteps& path, std::string_view name) {
-    return removeAll("removeParameters", *impl, findParameters(path, name));
+    std::vector<Index> parameters;
+    PathWalk(impl->tree, path).run([&](const PathWalk::Step& step) {
+        if (step.isMatched && detail::isParameter(impl->tree, step.index, name))
+            parameters.push_back(step.index);
+        return true;
+    });
+    removeAll("removeParameters", impl->tree, parameters);
+    return parameters.size();
 }
 
 void KDXDocument::move(Node node, Where where) {
@@ -281,7 +322,7 @@ Node KDXDocument::moveFrom(KDXDocument& other, Node node, Where where) {
     const Spot spot = detail::spotOf("moveFrom", *impl, where);
     const Layout layout = detail::layoutAt(impl->tree, spot.parent, spot.behind);
     std::string text;
-    layOut(source, block, layout, [&](Index, const std::string& bytes) { text += bytes; });
+    layOut(source, block, layout, [&](Index, std::string_view bytes) { text += bytes; });
     // Such a line is none of KDX, and in a text of its own it would be another one.
     if (detail::startsWithByteOrderMark(text)) refuseData("moveFrom", kNoKdx);
     Change change(impl->tree);
@@ -296,25 +337,20 @@ Node KDXDocument::moveFrom(KDXDocument& other, Node node, Where where) {
 Node KDXDocument::set(const KDXSteps& path, std::string_view name, std::string_view value) {
     requirePath("set", path);
     StatementTree& tree = impl->tree;
-    const std::vector<Node> parameters = findParameters(path, name);
-    if (!parameters.empty()) {
-        detail::rewriteSecond("set", tree, impl->indexOf("set", parameters.front()), value);
-        return parameters.front();
+    const Found found = find(tree, path, name);
+    if (found.parameter != kNone) {
+        detail::rewriteSecond("set", tree, found.parameter, value);
+        return impl->nodeOf(found.parameter);
     }
-    std::size_t made = path.size();
-    std::vector<Node> objects = findObjects(path);
-    while (objects.empty()) objects = findObjects(beginningOf(path, --made));
-    const Index object = impl->indexOf("set", objects.front());
-    const KDXSteps missing(path.begin() + static_cast<std::ptrdiff_t>(made), path.end());
-    const Spot spot = missing.empty() ? detail::spotForParameter(tree, object)
-                                      : detail::lastSpotIn("set", tree, object);
-    const Layout layout = detail::layoutAt(tree, spot.parent, spot.behind);
-    Change change(tree);
-    detail::insertLines(change, tree, spot, nestedParameter("set", layout, missing, name, value),
-                        layout.lineEnd);
-    Index index = change.commit();
-    while (tree.isObject(index)) index = tree.at(index).first;
-    return impl->nodeOf(index);
+    const KDXSteps missing(path.begin() + static_cast<std::ptrdiff_t>(found.steps), path.end());
+    const Spot spot = missing.empty() ? detail::spotForParameter(tree, found.object)
+                                      : detail::lastSpotIn("set", tree, found.object);
+    Node node = add(*impl, spot, [&](const Layout& layout) {
+        return nestedParameter("set", layout, missing, name, value);
+    });
+    while (tree.isObject(static_cast<Index>(node)))
+        node = impl->nodeOf(tree.at(static_cast<Index>(node)).first);
+    return node;
 }
 
 }  // namespace kiv

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "document/DocumentImpl.h"
-#include "document/PathMatcher.h"
+#include "document/PathWalk.h"
 #include "document/StatementReader.h"
 
 namespace kiv {
@@ -13,43 +13,11 @@ namespace {
 using detail::Index;
 using detail::kNone;
 using detail::kRoot;
+using detail::PathWalk;
 using detail::Statement;
 using detail::StatementReader;
 using detail::StatementTree;
 using Node = KDXDocument::Node;
-
-/// Walks a document along a path, and shows each object, and each statement directly in one, to
-/// `visit(index, matches)`: whether the object itself, or the one around the statement, is matched.
-class PathWalk {
-public:
-    PathWalk(const StatementTree& walkedTree, const KDXSteps& path)
-        : tree(walkedTree), matcher(path) {}
-
-    template <typename Visit>
-    void run(Visit visit) {
-        Index index = tree.at(kRoot).first;
-        while (index != kNone) {
-            while (open.back() != tree.at(index).parent) open.pop_back();
-            const std::size_t depth = open.size() - 1;
-            if (!tree.isObject(index)) {
-                visit(index, matcher.matches(depth));
-                index = tree.nextInText(index);
-                continue;
-            }
-            const StatementReader object(tree.bytesOf(index));
-            matcher.enter(depth, object->first(), object->second());
-            visit(index, matcher.matches(depth + 1));
-            open.push_back(index);
-            const bool isNeeded = matcher.leadsOn(depth + 1) || matcher.matches(depth + 1);
-            index = isNeeded ? tree.nextInText(index) : tree.nextBehind(index);
-        }
-    }
-
-private:
-    const StatementTree& tree;
-    detail::PathMatcher matcher;
-    std::vector<Index> open{kRoot};
-};
 
 /// The statement that holds a byte of the text as it was loaded.
 Index loadedStatementAt(const StatementTree& tree, std::size_t offset) {
@@ -218,18 +186,20 @@ Node KDXDocument::nodeAt(std::size_t offset) const {
 std::vector<Node> KDXDocument::findObjects(const KDXSteps& path) const {
     std::vector<Node> found;
     if (path.empty()) return {root()};
-    PathWalk(impl->tree, path).run([&](Index index, bool matches) {
-        if (matches && impl->tree.isObject(index)) found.push_back(impl->nodeOf(index));
+    PathWalk(impl->tree, path).run([&](const PathWalk::Step& step) {
+        if (step.isMatched && impl->tree.isObject(step.index))
+            found.push_back(impl->nodeOf(step.index));
+        return true;
     });
     return found;
 }
 
 std::vector<Node> KDXDocument::findParameters(const KDXSteps& path, std::string_view name) const {
     std::vector<Node> found;
-    PathWalk(impl->tree, path).run([&](Index index, bool matches) {
-        if (!matches || impl->tree.kindOf(index) != MiniKDXParser::lineParameter) return;
-        if (StatementReader(impl->tree.bytesOf(index))->first() == name)
-            found.push_back(impl->nodeOf(index));
+    PathWalk(impl->tree, path).run([&](const PathWalk::Step& step) {
+        if (step.isMatched && detail::isParameter(impl->tree, step.index, name))
+            found.push_back(impl->nodeOf(step.index));
+        return true;
     });
     return found;
 }

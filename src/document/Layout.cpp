@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "base/Blank.h"
+#include "base/LineEnd.h"
 #include "document/Composition.h"
 #include "document/StatementReader.h"
 
@@ -78,13 +78,12 @@ private:
 
     void lookAtObject(Index index, std::string_view bytes) {
         noteIndentation(bytes);
-        if (tree.at(index).first != kNone &&
-            tree.at(tree.at(index).first).kind == MiniKDXParser::lineParameter)
+        const Index child = tree.at(index).first;
+        if (child != kNone && tree.kindOf(child) == MiniKDXParser::lineParameter)
             lookInto(index, bytes);
-        if (hasColon) return;
         const StatementReader statement(bytes);
         if (tree.isClosed(index)) lookAtEnd(tree.bytesOf(tree.at(index).last), statement);
-        if (statement->second().empty()) return;
+        if (hasColon || statement->second().empty()) return;
         const std::size_t typeEnd = statement.endOf(Part::first);
         const std::string_view separator =
             bytes.substr(typeEnd, statement.beginOf(Part::second) - typeEnd);
@@ -94,7 +93,8 @@ private:
     }
 
     void lookAtEnd(std::string_view bytes, const StatementReader& object) {
-        if (bytes.size() > kLongestSample) return;
+        if (bytes.size() > kLongestSample || hasEnd) return;
+        hasEnd = true;
         layout.commentEnds =
             StatementReader(bytes)->comment() == endComment(object->first(), object->second());
     }
@@ -115,6 +115,7 @@ private:
     Layout& layout;
     bool hasEquals = false;
     bool hasColon = false;
+    bool hasEnd = false;
     std::size_t equalsColumn = 0;
     std::size_t firstNameEnd = 0;
 };
@@ -124,8 +125,7 @@ std::string lineEndNear(const StatementTree& tree, Index before) {
     for (const Index index : {before, tree.nextInText(before), further}) {
         if (index == kRoot) continue;
         const std::string_view bytes = tree.bytesOf(index);
-        if (bytes.empty() || bytes.back() != '\n') continue;
-        return bytes.size() > 1 && bytes[bytes.size() - 2] == '\r' ? "\r\n" : "\n";
+        if (!lineEndOf(bytes).empty()) return std::string(lineEndOf(bytes));
     }
     return "\n";
 }
@@ -133,7 +133,7 @@ std::string lineEndNear(const StatementTree& tree, Index before) {
 }  // namespace
 
 std::string_view indentationOf(std::string_view bytes) {
-    const std::size_t blanks = std::min(bytes.find_first_not_of(" \t"), bytes.size());
+    const std::size_t blanks = std::min(bytes.find_first_not_of(" \t\v\f"), bytes.size());
     return bytes.substr(0, blanks);
 }
 
@@ -149,13 +149,13 @@ Layout layoutAt(const StatementTree& tree, Index parent, Index behind) {
     const Index grandparent = tree.at(parent).parent;
     if (hasSiblings) sampler.noteStep(outer, layout.indentation);
     if (grandparent != kRoot) sampler.noteStep(indentationOf(tree.bytesOf(grandparent)), outer);
+    const std::size_t column = layout.equalsColumn;
     sampler.hasIndentation = true;
-    layout.equalsColumn = hasSiblings ? layout.equalsColumn : 0;
     sampler.lookAround(grandparent, parent);
-    if (!hasSiblings) {
-        layout.indentation = std::string(outer) + layout.step;
-        layout.equalsColumn = 0;
-    }
+    // The column of the siblings alone counts, and so do the blanks that others stand behind.
+    if (layout.equalsColumn != column) layout.equals.replace(0, layout.equals.find('='), " ");
+    layout.equalsColumn = column;
+    if (!hasSiblings) layout.indentation = std::string(outer) + layout.step;
     return layout;
 }
 

@@ -25,6 +25,11 @@ public:
     /// Whether they may match something in it.
     bool leadsOn(std::size_t depth) const;
 
+    /// `depth` when each of the objects fulfils the step at its depth, else 0.
+    std::size_t stepsOf(std::size_t depth) const {
+        return depth <= steps.size() && at(depth, depth) ? depth : 0;
+    }
+
 private:
     bool at(std::size_t depth, std::size_t position) const {
         return reached[depth * (steps.size() + 1) + position] != 0;

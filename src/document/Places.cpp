@@ -1,7 +1,7 @@
 #include "document/Places.h"
 
-#include "base/Blank.h"
 #include "base/ByteOrderMark.h"
+#include "base/LineEnd.h"
 #include "document/Composition.h"
 
 namespace kiv::detail {
@@ -13,17 +13,24 @@ constexpr const char* kMarkInFront =
     "A line would come to stand at the beginning that is then read as a byte order mark.";
 
 /// The last of the blank lines that set comments at the head of the text apart; kNone without any.
+/// A text that says nothing is all head.
 Index endOfHead(const StatementTree& tree) {
     Index end = kNone;
-    for (Index i = tree.at(kRoot).first; i != kNone && !tree.isSaying(i); i = tree.at(i).next)
-        if (!tree.at(i).isComment) end = i;
-    return end;
+    Index index = tree.at(kRoot).first;
+    for (; index != kNone && !tree.isSaying(index); index = tree.at(index).next)
+        if (!tree.at(index).isComment) end = index;
+    return index == kNone ? tree.at(kRoot).last : end;
+}
+
+/// The last child, the END aside; kNone without any.
+Index lastInside(const StatementTree& tree, Index parent) {
+    const Index index = tree.at(parent).last;
+    return parent != kRoot && tree.isEnd(index) ? tree.at(index).previous : index;
 }
 
 /// The last child that says something, the END aside; kNone without any.
 Index lastSaying(const StatementTree& tree, Index parent) {
-    Index index = tree.at(parent).last;
-    if (parent != kRoot && tree.isEnd(index)) index = tree.at(index).previous;
+    Index index = lastInside(tree, parent);
     while (index != kNone && !tree.isSaying(index)) index = tree.at(index).previous;
     return index;
 }
@@ -59,13 +66,6 @@ void requireOpenSpot(const char* function, const StatementTree& tree, const Spot
     if (isBehindObject && !tree.isClosed(spot.behind)) refuseData(function, kNeverClosed);
 }
 
-/// Whether a text may end with this statement and be open there, or lack its line end.
-bool mayLackSomething(std::string_view bytes) {
-    if (bytes.back() != '\n') return true;
-    const std::string_view line = bytes.substr(0, bytes.size() - 1);
-    return !line.empty() && (line.back() == '\\' || isBlank(line.back()));
-}
-
 }  // namespace
 
 Index statementBefore(const StatementTree& tree, const Spot& spot) {
@@ -86,6 +86,14 @@ void requireNoMark(const char* function, const StatementTree& tree, std::string_
         refuseData(function, kMarkInFront);
 }
 
+Spot spotForRemark(const char* function, const KDXDocument::Impl& document, Where where) {
+    if (where.side != Where::Side::last) return spotOf(function, document, where);
+    const Index object = document.holderOf(function, where.node);
+    const Spot spot{object, lastInside(document.tree, object)};
+    requireOpenSpot(function, document.tree, spot);
+    return spot;
+}
+
 Spot lastSpotIn(const char* function, const StatementTree& tree, Index object) {
     const Spot spot = spotFor(tree, Where::Side::last, object);
     requireOpenSpot(function, tree, spot);
@@ -103,22 +111,26 @@ Spot spotForParameter(const StatementTree& tree, Index object) {
 bool closeTextBefore(Change& change, const StatementTree& tree, const Spot& spot,
                      std::string_view lineEnd) {
     const Index before = statementBefore(tree, spot);
-    if (before == kRoot || !mayLackSomething(tree.bytesOf(before))) return false;
-    if (tree.nextInText(before) != kNone) return false;
+    if (before == kRoot) return false;
     const std::string_view bytes = tree.bytesOf(before);
+    const bool lacksLineEnd = lineEndOf(bytes).empty();
+    // This is quickly told, and only then whether it is the last statement.
+    if (!lacksLineEnd && !mayBeOpen(bytes)) return false;
+    if (tree.nextInText(before) != kNone) return false;
     const std::string whole = closed(bytes, lineEnd);
-    const bool lacksLineEnd = bytes.back() != '\n';
     if (whole.size() != bytes.size()) change.rewrite(before, whole);
     return lacksLineEnd;
 }
 
-void insertLines(Change& change, const StatementTree& tree, const Spot& spot, std::string lines,
-                 std::string_view lineEnd) {
-    const std::string_view bare = std::string_view(lines).substr(0, lines.size() - lineEnd.size());
-    const bool mayBeOpen = bare.empty() || bare.back() == '\\' || isBlank(bare.back());
-    const std::size_t bareSize = mayBeOpen ? lines.size() : bare.size();
-    if (closeTextBefore(change, tree, spot, lineEnd)) lines.resize(bareSize);
-    change.insert(spot.parent, spot.behind, lines);
+std::string_view asLastOfText(std::string_view lines) {
+    const std::string_view bare = withoutLineEnd(lines);
+    return bare.empty() || mayBeOpen(bare) ? lines : bare;
+}
+
+void insertLines(Change& change, const StatementTree& tree, const Spot& spot,
+                 std::string_view lines, std::string_view lineEnd) {
+    const bool endsBare = closeTextBefore(change, tree, spot, lineEnd);
+    change.insert(spot.parent, spot.behind, endsBare ? asLastOfText(lines) : lines);
 }
 
 }  // namespace kiv::detail

@@ -20,6 +20,10 @@ struct Spot {
 /// The place that a caller asks for.
 Spot spotOf(const char* function, const KDXDocument::Impl& document, KDXDocument::Where where);
 
+/// The same for a comment or a blank line, which belongs to no statement when it comes last.
+Spot spotForRemark(const char* function, const KDXDocument::Impl& document,
+                   KDXDocument::Where where);
+
 /// The last place in an object.
 Spot lastSpotIn(const char* function, const StatementTree& tree, Index object);
 
@@ -38,9 +42,12 @@ void requireNoMark(const char* function, const StatementTree& tree, std::string_
 bool closeTextBefore(Change& change, const StatementTree& tree, const Spot& spot,
                      std::string_view lineEnd);
 
-/// Puts lines in a place. Where the text ends there without a line end, they end so, too, unless
-/// they were open then.
-void insertLines(Change& change, const StatementTree& tree, const Spot& spot, std::string lines,
-                 std::string_view lineEnd);
+/// Lines as they stand at the end of a text that ends without a line end: so, too, unless they
+/// might be open then.
+std::string_view asLastOfText(std::string_view lines);
+
+/// Puts lines in a place, as the text ends where they are the last.
+void insertLines(Change& change, const StatementTree& tree, const Spot& spot,
+                 std::string_view lines, std::string_view lineEnd);
 
 }  // namespace kiv::detail

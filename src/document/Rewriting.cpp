@@ -56,6 +56,23 @@ std::string respelled(const Rewriting& old, std::string_view second, std::string
                   old.statement->lineEnd());
 }
 
+/// The statement with a second half where none was. The blanks in front of a comment stand in front
+/// of the half then, too.
+std::string filled(const Rewriting& old, std::string_view second) {
+    const std::size_t begin = old.statement.beginOf(Part::second);
+    const std::string_view rest = old.from(begin);
+    const std::string_view blanks = indentationOf(rest);
+    const bool isSpaced = begin > 1 && isBlank(old.bytes[begin - 2]);
+    const std::string usual = old.isObject()
+                                  ? old.layout().colon.substr(old.layout().colon.find(':') + 1)
+                              : isSpaced ? " "
+                                         : "";
+    const std::string_view gap = blanks.empty() ? std::string_view(usual) : blanks;
+    if (old.meaning.comment.empty())
+        return joined(old.upTo(begin), gap, second, old.statement->lineEnd());
+    return joined(old.upTo(begin), gap, second, blanks.empty() ? " " : "", rest);
+}
+
 std::vector<Candidate> withSecond(const Rewriting& old, std::string_view second) {
     const Meaning wanted{old.meaning.kind, old.meaning.first, second, old.meaning.comment};
     const Meaning hashed{old.meaning.kind, old.meaning.first, second, "#"};
@@ -66,7 +83,7 @@ std::vector<Candidate> withSecond(const Rewriting& old, std::string_view second)
                                       {joined(head, second, " ", tail), wanted},
                                       {whole, wanted}};
     if (old.meaning.second.empty())
-        std::rotate(candidates.begin(), candidates.end() - 1, candidates.end());
+        candidates.insert(candidates.begin(), {filled(old, second), wanted});
     if (old.meaning.comment.empty()) {
         candidates.push_back({joined(head, second, " #", tail), hashed});
         candidates.push_back({respelled(old, second, "#"), hashed});
@@ -154,19 +171,20 @@ void commitHalves(const Rewriting& old, const std::string& line, const std::stri
 void rewriteSecond(const char* function, StatementTree& tree, Index index,
                    std::string_view second) {
     const Rewriting old(tree, index);
+    if (second == old.meaning.second) return;
     const std::string end = renamedEnd(old, old.meaning.first, second);
     const std::vector<Candidate> beside = withSecond(old, second);
-    const std::vector<Candidate> alone = withSecondAlone(old, second);
-    if (canRead(beside) || !canRead(alone))
+    if (canRead(beside) || old.meaning.comment.empty())
         return commitHalves(old, firstThatReads(function, beside), {}, end);
+    const std::string alone = firstThatReads(function, withSecondAlone(old, second));
     Layout layout = old.layout();
     layout.indentation = indentationOf(old.bytes);
-    commitHalves(old, firstThatReads(function, alone),
-                 commentLine(function, layout, old.meaning.comment), end);
+    commitHalves(old, alone, commentLine(function, layout, old.meaning.comment), end);
 }
 
 void rewriteFirst(const char* function, StatementTree& tree, Index index, std::string_view first) {
     const Rewriting old(tree, index);
+    if (first == old.meaning.first) return;
     const std::string end = renamedEnd(old, first, old.meaning.second);
     commitHalves(old, firstThatReads(function, withFirst(old, first)), {}, end);
 }
@@ -175,16 +193,22 @@ void rewriteText(const char* function, StatementTree& tree, Index index, std::st
     const Rewriting old(tree, index);
     const std::string_view head = old.upTo(old.statement.beginOf(Part::text));
     const std::string_view tail = old.from(old.statement.endOf(Part::text));
+    if (text == old.meaning.first) return;
     Meaning wanted = old.meaning;
     wanted.first = text;
-    commit(tree, index, firstThatReads(function, {{joined(head, text, tail), wanted}}));
+    std::vector<Candidate> candidates{{joined(head, text, tail), wanted}};
+    if (wanted.comment.empty()) {
+        wanted.comment = "#";
+        candidates.push_back({joined(head, text, " #", tail), wanted});
+    }
+    commit(tree, index, firstThatReads(function, candidates));
 }
 
 void rewriteComment(const char* function, StatementTree& tree, Index index,
                     std::string_view comment) {
     const Rewriting old(tree, index);
-    if (comment.empty() && old.meaning.comment.empty()) return;
     const std::string text = comment.empty() ? std::string() : withHash(comment);
+    if (text == old.meaning.comment) return;
     commit(tree, index,
            firstThatReads(function, text.empty() ? withoutComment(old) : withComment(old, text)));
 }

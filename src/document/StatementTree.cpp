@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::size_t kMaxSize = std::numeric_limits<Index>::max();
 
-/// A number that no statement had before; every load and every addition draws one, so that a node
-/// of another document, or one that is gone, is told from those that took its place.
+/// Every load and every addition draws a number, so that a node of another document, or one that is
+/// gone, is told from those that took its place. It takes 2^32 of them until one comes again.
 Index drawSerial() {
     static std::atomic<Index> last{0};
     Index serial = ++last;
@@ -38,8 +38,7 @@ public:
         statement.line = static_cast<Index>(reader.lineNumber());
         statement.serial = serial;
         statement.kind = static_cast<std::uint8_t>(reader.kind());
-        statement.isComment =
-            reader.kind() == MiniKDXParser::lineBlank && !reader.comment().empty();
+        statement.isComment = isCommentAlone(reader);
         statement.parent = open;
         statement.previous = statements[open].last;
         if (statement.previous == kNone)
@@ -79,13 +78,8 @@ std::vector<Statement> readStatements(std::string_view text, std::size_t offset)
     return statements;
 }
 
-bool isOpen(std::string_view bytes) {
-    const std::string text = std::string(bytes).append("\n=\n");
-    KDXReader reader(text);
-    reader.next();
-    const char* const end = reader.source().data() + reader.source().size();
-    const bool ended = !bytes.empty() && bytes.back() == '\n';
-    return static_cast<std::size_t>(end - text.data()) > bytes.size() + (ended ? 0 : 1);
+bool isCommentAlone(const KDXReader& reader) {
+    return reader.kind() == MiniKDXParser::lineBlank && !reader.comment().empty();
 }
 
 StatementTree::StatementTree(std::string text)

@@ -45,8 +45,8 @@ static_assert(sizeof(Statement) == 40, "the memory that a statement takes is pro
 /// @throws std::length_error when they end beyond what an index can name.
 std::vector<Statement> readStatements(std::string_view text, std::size_t offset);
 
-/// Whether a statement of these bytes is open at its end: continued by whatever comes behind it.
-bool isOpen(std::string_view bytes);
+/// Whether the reader's statement is a comment and nothing else.
+bool isCommentAlone(const KDXReader& reader);
 
 class StatementTree {
 public:

@@ -5,6 +5,7 @@
 
 #include "base/Blank.h"
 #include "base/ByteOrderMark.h"
+#include "base/LineEnd.h"
 #include "base/Whitespace.h"
 #include "parser/LineTrimming.h"
 #include "parser/PhysicalLines.h"
@@ -109,10 +110,7 @@ std::string_view KDXReader::text() const noexcept {
 }
 
 std::string_view KDXReader::lineEnd() const noexcept {
-    const std::string_view source = current.source;
-    if (source.empty() || source.back() != '\n') return source.substr(source.size());
-    const bool withReturn = source.size() > 1 && source[source.size() - 2] == '\r';
-    return source.substr(source.size() - (withReturn ? 2 : 1));
+    return detail::lineEndOf(current.source);
 }
 
 bool KDXReader::hasByteOrderMark() const noexcept {
@@ -155,8 +153,11 @@ private:
     }
 
     std::size_t offsetInSecond(std::size_t byte) const {
+        const bool isDivided = statement.kind == MiniKDXParser::lineObject ||
+                               statement.kind == MiniKDXParser::lineParameter;
+        if (!isDivided) return offsetOf(Part::text, reader.text().size());
         const std::size_t separator = separatorIn(statement.line);
-        const std::size_t begin = std::min(separator + 1, statement.line.size());
+        const std::size_t begin = separator + 1;
         if (statement.second.empty()) return begin;
         const std::size_t half = begin + indentationOf(statement.line.substr(begin));
         // A value keeps its inner blanks.
