@@ -82,6 +82,9 @@ public:
     /// MiniKDXParser::newAction() receives.
     std::string_view line() const noexcept { return current.line; }
 
+    /// The part, as the accessor of its name returns it.
+    std::string_view part(Part which) const noexcept;
+
     /// The bytes of the statement in the text, line ends included.
     std::string_view source() const noexcept { return current.source; }
 
@@ -112,7 +115,7 @@ public:
     /// Where a byte of a part comes from, or, for the length of the part, where it ends. For an
     /// empty part it is where it would begin. Takes time in proportion to the statement at most.
     /// @throws kiv::internal::error when `byte` is beyond the end of the part.
-    KDXPlace placeOf(Part part, std::size_t byte = 0) const;
+    KDXPlace placeOf(Part which, std::size_t byte = 0) const;
 
     /// The place of a byte of source(), counted from its beginning, or of its end.
     /// @throws kiv::internal::error when `byte` is beyond the end.

@@ -50,14 +50,10 @@ Spot spotBehind(const StatementTree& tree, Index index) {
 }
 
 Spot spotFor(const StatementTree& tree, Where::Side side, Index index) {
-    switch (side) {
-        case Where::Side::first: return {index, index == kRoot ? endOfHead(tree) : kNone};
-        case Where::Side::last: return {index, lastChildToFollow(tree, index)};
-        case Where::Side::before:
-            return {tree.at(index).parent, tree.at(tree.firstOwned(index)).previous};
-        case Where::Side::behind: return spotBehind(tree, index);
-    }
-    return {kRoot, kNone};
+    if (side == Where::Side::first) return {index, index == kRoot ? endOfHead(tree) : kNone};
+    if (side == Where::Side::last) return {index, lastChildToFollow(tree, index)};
+    if (side == Where::Side::behind) return spotBehind(tree, index);
+    return {tree.at(index).parent, tree.at(tree.firstOwned(index)).previous};
 }
 
 /// What came behind an object that is never closed would be in it.

@@ -11,7 +11,7 @@
 namespace kiv::detail {
 namespace {
 
-constexpr std::size_t kMaxSize = std::numeric_limits<Index>::max();
+constexpr std::uint64_t kMaxSize = std::numeric_limits<Index>::max();
 
 /// Every load and every addition draws a number, so that a node of another document, or one that is
 /// gone, is told from those that took its place. It takes 2^32 of them until one comes again.
@@ -20,6 +20,11 @@ Index drawSerial() {
     Index serial = ++last;
     while (serial == 0) serial = ++last;
     return serial;
+}
+
+/// What an index has to name must not be too large for it.
+void requireSize(std::uint64_t size) {
+    if (size > kMaxSize) throw std::length_error("KDXDocument: more than 4 GiB");
 }
 
 /// Puts statement after statement below the innermost open object.
@@ -63,8 +68,7 @@ std::size_t countLines(std::string_view text) {
 }  // namespace
 
 std::vector<Statement> readStatements(std::string_view text, std::size_t offset) {
-    if (text.size() > kMaxSize - std::min(offset, kMaxSize))
-        throw std::length_error("KDXDocument: the text is too long");
+    requireSize(std::uint64_t{offset} + text.size());
     std::vector<Statement> statements;
     statements.reserve(countLines(text) + 1);
     TreeBuilder builder(statements);
@@ -121,15 +125,14 @@ Index StatementTree::firstOwned(Index index) const {
 
 std::size_t StatementTree::addBytes(std::string_view bytes) {
     const std::size_t begin = added.size();
-    if (bytes.size() > kMaxSize - begin)
-        throw std::length_error("KDXDocument: too much was changed");
+    requireSize(std::uint64_t{begin} + bytes.size());
     added.append(bytes);
     return begin;
 }
 
 void StatementTree::reserve(std::size_t count) {
     const std::size_t needed = statements.size() + count;
-    if (needed > kMaxSize) throw std::length_error("KDXDocument: too many statements");
+    requireSize(needed);
     if (needed > statements.capacity())
         statements.reserve(std::max(needed, statements.capacity() + statements.capacity() / 2));
 }

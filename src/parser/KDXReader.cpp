@@ -117,32 +117,26 @@ bool KDXReader::hasByteOrderMark() const noexcept {
     return detail::startsWithByteOrderMark(state->text);
 }
 
+std::string_view KDXReader::part(Part which) const noexcept {
+    if (which == Part::line) return current.line;
+    if (which == Part::text) return text();
+    if (which == Part::first) return current.first;
+    if (which == Part::second) return current.second;
+    return comment();
+}
+
 /// Finds the bytes of a statement's parts in its logical line.
 class KDXReader::Places {
 public:
     explicit Places(const KDXReader& givenReader)
         : reader(givenReader), statement(givenReader.current) {}
 
-    std::string_view textOf(Part part) const {
-        switch (part) {
-            case Part::line: return statement.line;
-            case Part::text: return reader.text();
-            case Part::first: return statement.first;
-            case Part::second: return statement.second;
-            case Part::comment: return reader.comment();
-        }
-        return {};
-    }
-
     std::size_t offsetOf(Part part, std::size_t byte) const {
-        switch (part) {
-            case Part::line: return byte;
-            case Part::text: return indentationOf(statement.line) + byte;
-            case Part::first: return offsetInFirst(byte);
-            case Part::second: return offsetInSecond(byte);
-            case Part::comment: return statement.commentBegin + byte;
-        }
-        return 0;
+        if (part == Part::line) return byte;
+        if (part == Part::text) return indentationOf(statement.line) + byte;
+        if (part == Part::first) return offsetInFirst(byte);
+        if (part == Part::second) return offsetInSecond(byte);
+        return statement.commentBegin + byte;
     }
 
 private:
@@ -178,13 +172,13 @@ KDXPlace KDXReader::place() const {
     return placeOf(Part::text);
 }
 
-KDXPlace KDXReader::placeOf(Part part, std::size_t byte) const {
+KDXPlace KDXReader::placeOf(Part which, std::size_t byte) const {
     const Places places(*this);
-    const std::size_t size = places.textOf(part).size();
+    const std::size_t size = part(which).size();
     if (byte > size) refuse("placeOf");
     // Behind the last byte of a part, or in front of one that is empty, lines may have been joined:
     // what counts is the byte before.
-    const std::size_t offset = places.offsetOf(part, byte);
+    const std::size_t offset = places.offsetOf(which, byte);
     const bool inside = byte < size || offset == 0;
     return placeInSource(inside ? sourceOffsetOf(current.source, offset)
                                 : sourceOffsetOf(current.source, offset - 1) + 1);
