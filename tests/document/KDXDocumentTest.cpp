@@ -2,6 +2,7 @@
 #include <kiv/Error.h>
 #include <kiv/KDXDocument.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,13 +14,38 @@ using Node = KDXDocument::Node;
 
 namespace {
 
-using Edit = void (*)(KDXDocument&);
+using Edit = std::function<void(KDXDocument&)>;
 
-/// The first statement that contains a text.
+/// The first statement that contains a text; the root for none.
 Node at(const KDXDocument& document, std::string_view text) {
+    if (text.empty()) return document.root();
     Node node = document.next(document.root());
     while (document.source(node).find(text) == std::string_view::npos) node = document.next(node);
     return node;
+}
+
+using Text = std::string_view;
+using Setter = void (KDXDocument::*)(Node, Text);
+using Adder = Node (KDXDocument::*)(KDXDocument::Where, Text);
+using PairAdder = Node (KDXDocument::*)(KDXDocument::Where, Text, Text);
+using TextAdder = std::vector<Node> (KDXDocument::*)(KDXDocument::Where, Text);
+constexpr Setter setValue = &KDXDocument::setValue, setName = &KDXDocument::setName,
+                 setType = &KDXDocument::setType, setText = &KDXDocument::setText,
+                 setComment = &KDXDocument::setComment;
+constexpr Adder addAction = &KDXDocument::addAction, addComment = &KDXDocument::addComment;
+constexpr PairAdder addParameter = &KDXDocument::addParameter, addObject = &KDXDocument::addObject;
+constexpr TextAdder addText = &KDXDocument::addText;
+constexpr auto addBlankLine = &KDXDocument::addBlankLine;
+constexpr auto before = &KDXDocument::before, behind = &KDXDocument::behind,
+               firstIn = &KDXDocument::firstIn, lastIn = &KDXDocument::lastIn;
+
+/// An edit of the first statement that contains a text, or at a place next to it.
+Edit edit(Setter set, const char* where, const char* text) {
+    return [=](KDXDocument& document) { (document.*set)(at(document, where), text); };
+}
+template <typename Add, typename... Texts>
+Edit edit(Add add, decltype(before) place, const char* where, Texts... texts) {
+    return [=](KDXDocument& document) { (document.*add)(place(at(document, where)), texts...); };
 }
 
 struct EditRow {
@@ -30,38 +56,32 @@ struct EditRow {
 
 const std::vector<EditRow> kValues = {
     // A statement keeps its own blanks and its comment.
-    {"  x   =  1   # c \r\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "20"); },
-     "  x   =  20   # c \r\n"},
-    {"x=\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "1"); }, "x=1\n"},
-    {"x   =\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "1"); }, "x   = 1\n"},
-    {"x =# c\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "1"); }, "x = 1 # c\n"},
-    {"S   :\nEND", [](KDXDocument& d) { d.setName(at(d, "S"), "1"); }, "S   : 1\nEND"},
-    {"x = 1,\\\n 2\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "1,2"); }, "x = 1,\\\n 2\n"},
-    {"> go\n", [](KDXDocument& d) { d.setText(at(d, "go"), "> C:\\"); }, "> C:\\ #\n"},
-    {"x = # c\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "1"); }, "x = 1 # c\n"},
-    {"x = 1 # c\n", [](KDXDocument& d) { d.setValue(at(d, "x"), ""); }, "x =  # c\n"},
+    {"  x   =  1   # c \r\n", edit(setValue, "x", "20"), "  x   =  20   # c \r\n"},
+    {"x=\n", edit(setValue, "x", "1"), "x=1\n"},
+    {"x   =\n", edit(setValue, "x", "1"), "x   = 1\n"},
+    {"x =# c\n", edit(setValue, "x", "1"), "x = 1 # c\n"},
+    {"S   :\nEND", edit(setName, "S", "1"), "S   : 1\nEND"},
+    {"x = 1,\\\n 2\n", edit(setValue, "x", "1,2"), "x = 1,\\\n 2\n"},
+    {"> go\n", edit(setText, "go", "> C:\\"), "> C:\\ #\n"},
+    {"x = # c\n", edit(setValue, "x", "1"), "x = 1 # c\n"},
+    {"x = 1 # c\n", edit(setValue, "x", ""), "x =  # c\n"},
     // Lines that continue it go with what they say.
-    {"x = 1,\\\n    2 # c\ny=1", [](KDXDocument& d) { d.setValue(at(d, "x"), "3"); },
-     "x = 3 # c\ny=1"},
-    {"x = \\\n1 # c\\ \ny=1", [](KDXDocument& d) { d.setValue(at(d, "x"), "2"); },
-     "x = \\\n2 # c\\ \ny=1"},
+    {"x = 1,\\\n    2 # c\ny=1", edit(setValue, "x", "3"), "x = 3 # c\ny=1"},
+    {"x = \\\n1 # c\\ \ny=1", edit(setValue, "x", "2"), "x = \\\n2 # c\\ \ny=1"},
     // A backslash at the end is protected, a '#' behind one drives the comment away.
-    {"q = 1\ny=1", [](KDXDocument& d) { d.setValue(at(d, "q"), "C:\\d\\"); }, "q = C:\\d\\ #\ny=1"},
-    {"q = 1# c\n", [](KDXDocument& d) { d.setValue(at(d, "q"), "C:\\"); }, "q = C:\\ # c\n"},
-    {"q=1", [](KDXDocument& d) { d.setValue(at(d, "q"), "C:\\"); }, "q=C:\\ #"},
-    {"a=1\n    x = 1 # note\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "\\#"); },
-     "a=1\n    # note\n    x = \\#\n"},
-    {"A:\n  x = 1 # note\nEND\n", [](KDXDocument& d) { d.setValue(at(d, "x"), "a\\#b"); },
-     "A:\n  # note\n  x = a\\#b\nEND\n"},
-    {"q = C:\\d\\ # c\ny=1", [](KDXDocument& d) { d.setComment(at(d, "q"), ""); },
-     "q = C:\\d\\ #\ny=1"},
-    {"x = 1  # c\n", [](KDXDocument& d) { d.setComment(at(d, "x"), ""); }, "x = 1\n"},
-    {"x = 1\n", [](KDXDocument& d) { d.setComment(at(d, "x"), "note"); }, "x = 1 # note\n"},
-    {"x = 1  #a \n", [](KDXDocument& d) { d.setComment(at(d, "x"), "#b"); }, "x = 1  #b\n"},
-    {"# a", [](KDXDocument& d) { d.setComment(at(d, "a"), ""); }, "\n"},
-    {"  x = 1\n", [](KDXDocument& d) { d.setName(at(d, "x"), "a b"); }, "  a b = 1\n"},
-    {"= 5\n", [](KDXDocument& d) { d.setName(at(d, "5"), "x"); }, "x = 5\n"},
-    {"> go # c\n", [](KDXDocument& d) { d.setText(at(d, "go"), ">stop"); }, ">stop # c\n"},
+    {"q = 1\ny=1", edit(setValue, "q", "C:\\d\\"), "q = C:\\d\\ #\ny=1"},
+    {"q = 1# c\n", edit(setValue, "q", "C:\\"), "q = C:\\ # c\n"},
+    {"q=1", edit(setValue, "q", "C:\\"), "q=C:\\ #"},
+    {"a=1\n    x = 1 # note\n", edit(setValue, "x", "\\#"), "a=1\n    # note\n    x = \\#\n"},
+    {"A:\n  x = 1 # note\nEND\n", edit(setValue, "x", "a\\#b"), "A:\n  # note\n  x = a\\#b\nEND\n"},
+    {"q = C:\\d\\ # c\ny=1", edit(setComment, "q", ""), "q = C:\\d\\ #\ny=1"},
+    {"x = 1  # c\n", edit(setComment, "x", ""), "x = 1\n"},
+    {"x = 1\n", edit(setComment, "x", "note"), "x = 1 # note\n"},
+    {"x = 1  #a \n", edit(setComment, "x", "#b"), "x = 1  #b\n"},
+    {"# a", edit(setComment, "a", ""), "\n"},
+    {"  x = 1\n", edit(setName, "x", "a b"), "  a b = 1\n"},
+    {"= 5\n", edit(setName, "5", "x"), "x = 5\n"},
+    {"> go # c\n", edit(setText, "go", ">stop"), ">stop # c\n"},
     // The END names the object as far as it did.
     {"A : a\nEND # A:a\nA : a\nEND # x\n",
      [](KDXDocument& d) {
@@ -69,57 +89,44 @@ const std::vector<EditRow> kValues = {
          d.setType(d.firstChild(d.root()), "B");
      },
      "B : b\nEND # B:b\nA : a\nEND # x\n"},
-    {"A: a\nEND # A:a\nx=1", [](KDXDocument& d) { d.setName(at(d, "A"), "C:\\"); },
-     "A: C:\\ #\nEND\nx=1"},
+    {"A: a\nEND # A:a\nx=1", edit(setName, "A", "C:\\"), "A: C:\\ #\nEND\nx=1"},
 };
 
 const std::vector<EditRow> kAdditions = {
     // What is added looks like its neighbours.
-    {"A:\r\n\tx=1\r\nEND\r\n",
-     [](KDXDocument& d) { d.addParameter(d.lastIn(at(d, "A")), "y", "2"); },
+    {"A:\r\n\tx=1\r\nEND\r\n", edit(addParameter, lastIn, "A", "y", "2"),
      "A:\r\n\tx=1\r\n\ty=2\r\nEND\r\n"},
-    {"ab  = 1\nx   = 2\n", [](KDXDocument& d) { d.addParameter(d.firstIn(d.root()), "abc", "3"); },
+    {"ab  = 1\nx   = 2\n", edit(addParameter, firstIn, "", "abc", "3"),
      "abc = 3\nab  = 1\nx   = 2\n"},
-    {"A:a\n    x = 1\nEND # A:a\n",
-     [](KDXDocument& d) { d.addObject(d.lastIn(d.root()), "B", "b"); },
+    {"A:a\n    x = 1\nEND # A:a\n", edit(addObject, lastIn, "", "B", "b"),
      "A:a\n    x = 1\nEND # A:a\nB:b\nEND # B:b\n"},
-    {"A:\n    B:\n    END\nEND\n",
-     [](KDXDocument& d) { d.addParameter(d.firstIn(at(d, "B")), "x", ""); },
+    {"A:\n    B:\n    END\nEND\n", edit(addParameter, firstIn, "B", "x", ""),
      "A:\n    B:\n        x =\n    END\nEND\n"},
-    {"A: a", [](KDXDocument& d) { d.addParameter(d.lastIn(at(d, "A")), "x", "1"); },
-     "A: a\n  x = 1"},
-    {"x=1", [](KDXDocument& d) { d.addAction(d.behind(at(d, "x")), "go"); }, "x=1\n>go"},
-    {"x=a\\", [](KDXDocument& d) { d.addBlankLine(d.lastIn(d.root())); }, "x=a\\\n\n\n"},
-    {"", [](KDXDocument& d) { d.addComment(d.lastIn(d.root()), "c"); }, "# c\n"},
-    {"A:\n  x=1\n  # a\nEND\n", [](KDXDocument& d) { d.addComment(d.lastIn(at(d, "A")), "b"); },
+    {"A: a", edit(addParameter, lastIn, "A", "x", "1"), "A: a\n  x = 1"},
+    {"x=1", edit(addAction, behind, "x", "go"), "x=1\n>go"},
+    {"x=a\\", edit(addBlankLine, lastIn, ""), "x=a\\\n\n\n"},
+    {"", edit(addComment, lastIn, "", "c"), "# c\n"},
+    {"A:\n  x=1\n  # a\nEND\n", edit(addComment, lastIn, "A", "b"),
      "A:\n  x=1\n  # a\n  # b\nEND\n"},
     {"# licence\n", [](KDXDocument& d) { d.set({}, "x", "1"); }, "# licence\nx = 1\n"},
     // The nearest neighbour counts.
-    {"A:\nEND # A:\nC:\nEND\n", [](KDXDocument& d) { d.addObject(d.lastIn(d.root()), "B"); },
+    {"A:\nEND # A:\nC:\nEND\n", edit(addObject, lastIn, "", "B", ""),
      "A:\nEND # A:\nC:\nEND\nB:\nEND\n"},
-    {"ab = 1\nc  = 2\nS:\n  T:\n  END\nEND\n",
-     [](KDXDocument& d) { d.addParameter(d.firstIn(at(d, "S")), "x", "3"); },
+    {"ab = 1\nc  = 2\nS:\n  T:\n  END\nEND\n", edit(addParameter, firstIn, "S", "x", "3"),
      "ab = 1\nc  = 2\nS:\n  x = 3\n  T:\n  END\nEND\n"},
-    {"x = 1\n", [](KDXDocument& d) { d.addParameter(d.lastIn(d.root()), "", "2"); },
-     "x = 1\n= 2\n"},
-    {"a=1\r\nb=2", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "x=1\n"); },
-     "a=1\r\nb=2\r\nx=1\n"},
-    {"p=1\n", [](KDXDocument& d) { d.addText(d.firstIn(d.root()), "y=1\nx=a\\"); },
-     "y=1\nx=a\\\n\np=1\n"},
-    {"p=1", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "\xEF\xBB\xBF"); }, "p=1"},
+    {"x = 1\n", edit(addParameter, lastIn, "", "", "2"), "x = 1\n= 2\n"},
+    {"a=1\r\nb=2", edit(addText, lastIn, "", "x=1\n"), "a=1\r\nb=2\r\nx=1\n"},
+    {"p=1\n", edit(addText, firstIn, "", "y=1\nx=a\\"), "y=1\nx=a\\\n\np=1\n"},
+    {"p=1", edit(addText, lastIn, "", "\xEF\xBB\xBF"), "p=1"},
     // Comments stay with what they belong to.
-    {"# licence\n\n# of x\nx=1\n",
-     [](KDXDocument& d) { d.addParameter(d.firstIn(d.root()), "y", "2"); },
+    {"# licence\n\n# of x\nx=1\n", edit(addParameter, firstIn, "", "y", "2"),
      "# licence\n\ny=2\n# of x\nx=1\n"},
-    {"# of x\nx=1\n", [](KDXDocument& d) { d.addParameter(d.before(at(d, "x=")), "y", "2"); },
-     "y=2\n# of x\nx=1\n"},
-    {"A:\n  x=1\n\n  # of A\nEND\n",
-     [](KDXDocument& d) { d.addParameter(d.lastIn(at(d, "A:")), "y", "2"); },
+    {"# of x\nx=1\n", edit(addParameter, before, "x=", "y", "2"), "y=2\n# of x\nx=1\n"},
+    {"A:\n  x=1\n\n  # of A\nEND\n", edit(addParameter, lastIn, "A:", "y", "2"),
      "A:\n  x=1\n  y=2\n\n  # of A\nEND\n"},
-    {"A:\n  # of A\nEND\n", [](KDXDocument& d) { d.addText(d.before(at(d, "END")), "B:\n END"); },
+    {"A:\n  # of A\nEND\n", edit(addText, before, "END", "B:\n END"),
      "A:\n  # of A\nB:\n END\nEND\n"},
-    {"x=1", [](KDXDocument& d) { d.addText(d.behind(at(d, "x")), "\xEF\xBB\xBFy=a\\"); },
-     "x=1\ny=a\\\n\n"},
+    {"x=1", edit(addText, behind, "x", "\xEF\xBB\xBFy=a\\"), "x=1\ny=a\\\n\n"},
 };
 
 const std::vector<EditRow> kMoves = {
@@ -181,50 +188,48 @@ struct RefusalRow {
     const char* failure;
 };
 const std::vector<RefusalRow> kRefusedData = {
-    {"x=1", [](KDXDocument& d) { d.setValue(at(d, "x"), "a\nb"); },
+    {"x=1", edit(setValue, "x", "a\nb"),
      "setValue (4): KDX cannot carry this: a line feed would end the line."},
-    {"x=1", [](KDXDocument& d) { d.setValue(at(d, "x"), "a #b"); },
+    {"x=1", edit(setValue, "x", "a #b"),
      "setValue (4): KDX cannot carry this: a '#' would begin a comment."},
-    {"x=1", [](KDXDocument& d) { d.setValue(at(d, "x"), " a"); },
+    {"x=1", edit(setValue, "x", " a"),
      "setValue (4): KDX cannot carry this: a value has no outer blanks."},
-    {"x=1", [](KDXDocument& d) { d.setValue(at(d, "x"), "a\\#b\\"); },
+    {"x=1", edit(setValue, "x", "a\\#b\\"),
      "setValue (4): KDX cannot carry this: it would be read as something else."},
-    {"x=1", [](KDXDocument& d) { d.setName(at(d, "x"), "a-b"); },
+    {"x=1", edit(setName, "x", "a-b"),
      "setName (4): KDX cannot carry this: a name consists of letters, digits, blanks, '&', '.' and "
      "'_'."},
-    {"A:\n", [](KDXDocument& d) { d.setName(at(d, "A"), "a  b"); },
+    {"A:\n", edit(setName, "A", "a  b"),
      "setName (4): KDX cannot carry this: a name has no outer blanks, and between words a single "
      "space."},
-    {"x=1 # c", [](KDXDocument& d) { d.setValue(at(d, "x"), "a\\#b\\"); },
+    {"x=1 # c", edit(setValue, "x", "a\\#b\\"),
      "setValue (4): KDX cannot carry this: it would be read as something else."},
-    {"! foo # a", [](KDXDocument& d) { d.setComment(at(d, "foo"), "c"); },
+    {"! foo # a", edit(setComment, "foo", "c"),
      "setComment (4): KDX cannot carry this: no comment can stand behind \"\\#\" or in a line that "
      "begins with '!'."},
-    {"x=a\\#b", [](KDXDocument& d) { d.setComment(at(d, "x"), "c"); },
+    {"x=a\\#b", edit(setComment, "x", "c"),
      "setComment (4): KDX cannot carry this: no comment can stand behind \"\\#\" or in a line that "
      "begins with '!'."},
-    {"x=1", [](KDXDocument& d) { d.setComment(at(d, "x"), "C:\\"); },
+    {"x=1", edit(setComment, "x", "C:\\"),
      "setComment (4): KDX cannot carry this: a comment that ends in a backslash would swallow the "
      "next line."},
-    {"x=1", [](KDXDocument& d) { d.addComment(d.before(at(d, "x")), "c "); },
+    {"x=1", edit(addComment, before, "x", "c "),
      "addComment (4): KDX cannot carry this: a comment does not end in a blank."},
-    {"x=1", [](KDXDocument& d) { d.addAction(d.before(at(d, "x")), "go "); },
+    {"x=1", edit(addAction, before, "x", "go "),
      "addAction (4): KDX cannot carry this: an action or a verbatim line has no outer blanks."},
-    {"A:\nB:\nEND", [](KDXDocument& d) { d.addBlankLine(d.behind(at(d, "A"))); },
+    {"A:\nB:\nEND", edit(addBlankLine, behind, "A"),
      "addBlankLine (4): The object is never closed: its END is missing."},
     {"A:\n", [](KDXDocument& d) { d.move(at(d, "A"), d.firstIn(d.root())); },
      "move (4): The object is never closed: its END is missing."},
-    {"", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "x=1\nno KDX"); },
-     "addText (4): A line of the text is no KDX."},
+    {"", edit(addText, lastIn, "", "x=1\nno KDX"), "addText (4): A line of the text is no KDX."},
     {"",
      [](KDXDocument& d) {
          KDXDocument other("\n\xEF\xBB\xBFx");
          d.moveFrom(other, at(other, "x"), d.lastIn(d.root()));
      },
      "moveFrom (4): A line of the text is no KDX."},
-    {"", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "END"); },
-     "addText (4): The text has an END that closes nothing."},
-    {"", [](KDXDocument& d) { d.addText(d.lastIn(d.root()), "A:\nB:\nEND"); },
+    {"", edit(addText, lastIn, "", "END"), "addText (4): The text has an END that closes nothing."},
+    {"", edit(addText, lastIn, "", "A:\nB:\nEND"),
      "addText (4): The text has an object that is never closed."},
     {"\n\xEF\xBB\xBFx=1", [](KDXDocument& d) { d.remove(d.next(d.root())); },
      "remove (4): A line would come to stand at the beginning that is then read as a byte order "
@@ -239,18 +244,12 @@ const std::vector<RefusalRow> kRefusedCalls = {
      "move (4): The END of an object goes with the object."},
     {"A:\nB:\nEND\nEND", [](KDXDocument& d) { d.move(at(d, "A"), d.firstIn(at(d, "B"))); },
      "move (4): A statement cannot be put inside itself."},
-    {"x=1", [](KDXDocument& d) { d.addBlankLine(d.firstIn(at(d, "x"))); },
-     "addBlankLine (4): The node is no object."},
-    {"x=1", [](KDXDocument& d) { d.addBlankLine(d.behind(d.root())); },
-     "addBlankLine (4): The root is no statement."},
-    {"A:", [](KDXDocument& d) { d.setValue(at(d, "A"), ""); },
-     "setValue (4): A statement of this kind has no such part."},
-    {"x=1", [](KDXDocument& d) { d.setType(at(d, "x"), ""); },
-     "setType (4): A statement of this kind has no such part."},
-    {"x=1", [](KDXDocument& d) { d.setText(at(d, "x"), ""); },
-     "setText (4): A statement of this kind has no such part."},
-    {">", [](KDXDocument& d) { d.setName(at(d, ">"), ""); },
-     "setName (4): A statement of this kind has no such part."},
+    {"x=1", edit(addBlankLine, firstIn, "x"), "addBlankLine (4): The node is no object."},
+    {"x=1", edit(addBlankLine, behind, ""), "addBlankLine (4): The root is no statement."},
+    {"A:", edit(setValue, "A", ""), "setValue (4): A statement of this kind has no such part."},
+    {"x=1", edit(setType, "x", ""), "setType (4): A statement of this kind has no such part."},
+    {"x=1", edit(setText, "x", ""), "setText (4): A statement of this kind has no such part."},
+    {">", edit(setName, ">", ""), "setName (4): A statement of this kind has no such part."},
     {"", [](KDXDocument& d) { d.set(readPath("/A:*"), "x", "1"); },
      "set (4): Every step needs a type and a name."},
     {"x=1", [](KDXDocument& d) { d.kind(Node::none); },
@@ -347,6 +346,12 @@ TEST(KDXDocument, refusesNodesThatAreGoneOrOfAnother) {
     document.setValue(x, "3");
     EXPECT_EQ(document.text(), "x=3\ny=2\n\n");
     EXPECT_FALSE(KDXDocument("x=1\n").contains(x));
+    document.moveFrom(document, x, behind(at(document, "y")));
+    EXPECT_EQ(document.nodeAt(1000), Node::none);
+    KDXDocument moved(std::move(document));
+    EXPECT_EQ(moved.text(), "y=2\nx=3\n\n");
+    document = KDXDocument();
+    EXPECT_EQ(document.text(), "");
 }
 
 TEST(KDXDocument, showsTheTree) {
