@@ -2,8 +2,8 @@
 # Runs every test with coverage counters, prints what the library's lines and branches were reached,
 # and fails below the limits: every line, and 95 % of the branches.
 #
-# Not counted: branches that only an exception from below takes (a failed allocation, mostly), and
-# those that the compiler makes of what no program can reach.
+# Not counted: assertions, branches that only an exception from below takes (a failed allocation,
+# mostly), and those that the compiler makes of what no program can reach.
 set -eu
 cd "$(dirname "$0")/.."
 
