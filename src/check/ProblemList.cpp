@@ -19,11 +19,6 @@ void ProblemList::keep(CheckRule rule, Finding finding) {
                                std::move(finding.fix)});
 }
 
-void ProblemList::distrustFixes(CheckRule rule) {
-    for (KDXCheck::Problem& problem : report.problems)
-        if (problem.fix && problem.rule == descriptionOf(rule).name) problem.fix->safe = false;
-}
-
 KDXCheck::Report ProblemList::take() {
     const auto comesBefore = [](const KDXCheck::Problem& a, const KDXCheck::Problem& b) {
         return a.begin.offset < b.begin.offset;

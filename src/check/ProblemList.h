@@ -38,9 +38,6 @@ public:
         if (counts(rule)) keep(rule, describe());
     }
 
-    /// The fixes of this rule's problems are not safe.
-    void distrustFixes(CheckRule rule);
-
     /// The problems in the order of their places. The list is used up.
     KDXCheck::Report take();
 

@@ -88,12 +88,19 @@ TEST(KDXCheck, FindsWhatIsMissingOrElsewhere) {
 
 TEST(KDXCheck, FindsEndsThatSayOtherwise) {
     expectAll({
-        {"A: a\nEND # B:a\n", "2:5-2:10 end-comment @1:1 !"},
-        {"A: a\nEND # A:b", "2:5-2:10 end-comment @1:1 !"},
+        {"B:\nEND\nA: a\nEND # B: b\n", "4:5-4:11 end-comment @3:1 ?"},
+        {"A: a\nEND #A:b\nB: b c\nEND # A: a\nA: x\nEND # B:b  c\nB:\nEND # B:b c.",
+         "2:5-2:9 end-comment @1:1 ?, 4:5-4:11 end-comment @3:1 ?, "
+         "6:5-6:13 end-comment @5:1 ?"},
         {"A:\nB:\nEND # A:\n", "1:1-1:3 never-closed ?, 3:5-3:9 end-comment @2:1 ?"},
         {"A: a\\ #\nEND # A:\n", "2:5-2:9 end-comment @1:1"},
-        {"A: a\nEND #A : a  (x)\nA:\nEND # A:A\nB:\nEND #B:", ""},
+        // Where a backslash is in the way, there is no fix.
+        {"A:\nEND # A:s1 \\ ## c\\\t", ""},
+        {"A: a\nEND # A:\\x\\\t", ""},
+        {"A: a\nEND # A:\\x", "2:5-2:11 end-comment @1:1"},
+        {"A: a\nEND #A : a  \nA:\nEND # A:A\n&replace M: M\nEND # M:M\nB:\nEND #B:", ""},
         {"A: a\nEND # closes it\nB:\nEND # see: C\nC:\nEND # http://x\nD:\nEND # a-b:c", ""},
+        {"A: a\nEND # A: closes it\nA: b\nEND # A:a, closes it\nA: c\nEND # A:c.", ""},
         {"A: a\nEND a: 1\nEND\nEND\nB:\n END = 2\n ENDX = 3\nEND\n",
          "2:1-2:9 end-as-name, 6:2-6:9 end-as-name"},
         {"A:\nEN\\\nD\nB:\nEND \\\n# B:\nC:\nEND # a\\\n\n", "2:1-3:2 cut-end, 5:1-5:4 cut-end"},
@@ -183,18 +190,20 @@ TEST(KDXCheck, SaysWhatIsWrongAndHowToMendIt) {
     std::string longName;
     while (longName.size() < 90) longName += "\xC3\xA4";
     for (const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
-             {"A: \x1b[1m\nB:\nEND", "object is never closed: its END is missing",
+             {"A: \x1b[1m\nB:\nEND", "object 'A: ?[1m' is never closed: its END is missing",
               "A: \x1b[1m\nB:\nEND\nEND\n"},
-             {"A: \x1b\nEND # B:",
+             {"A: \x1b\nEND # A:",
               "the comment of this END names another object, but it closes object 'A: ?' of line 1",
               "A: \x1b\nEND # A:\x1b"},
-             {"AA: " + longName + "\nEND # B:",
+             {"AA: " + longName + "\nEND # AA:",
               "the comment of this END names another object, but it closes object 'AA: " +
                   longName.substr(0, 72) + "...' of line 1",
               "AA: " + longName + "\nEND # AA:" + longName},
-             {"A:\r\n  x=a\\", "object is never closed: its END is missing",
-              "A:\r\n  x=a\\\n\nEND\n"},
-             {"A:\nend\n", "object is never closed: its END is missing", "A:\nend\nEND\n"},
+             {"A:\r\n  x=a\\", "object 'A' is never closed: its END is missing",
+              "A:\r\n  x=a\\\n\nEND\r\n"},
+             {"A:\nx=1\ry", "object 'A' is never closed: its END is missing", "A:\nx=1\ry\nEND\n"},
+             {"A:\r\nx=1", "object 'A' is never closed: its END is missing",
+              "A:\r\nx=1\r\nEND\r\n"},
          }) {
         const auto problems = kiv::KDXCheck::check(text).problems;
         EXPECT_EQ(problems.front().message, message);

@@ -104,8 +104,8 @@ class Check(KdxTest):
             ("A:\n x\\\n  y\\\n   z-\nEND\n", "4:5: error: unknown syntax: '-'"),
             ("A:\n x\\  \n -\nEND\n", "3:2: error: unknown syntax: '-'"),
             ("END\nx = 1\n", "1:1: error: END closes nothing", "2:1: error: parameter 'x'"),
-            ("A:\n B: b\n", "1:1: warning: object is never closed",
-             "2:2: warning: object is never closed"),
+            ("A:\n B: b\n", "1:1: warning: object 'A' is never closed",
+             "2:2: warning: object 'B: b' is never closed"),
             ("A:\n x=1\nEND\nA: A\n x=2\nEND\n", "4:1: warning: object 'A: A' " + again,
              "5:2: warning: parameter 'x' again: its first value, of line 2"),
             ("A:\n B: b\n  x=1\n END\nEND\nC:\nEND\nA:\n B: b\n  x=2\n END\nEND\n",
@@ -136,8 +136,8 @@ class Check(KdxTest):
                 "shown (--max-errors 0 shows all)\n")
         self.expect("check --json --strict", "A:\n", "", 1,
                     '{"file":"<stdin>","line":1,"column":1,"severity":"warning",'
-                    '"rule":"never-closed","message":"object is never closed: its END is '
-                    'missing"}\n')
+                    '"rule":"never-closed","message":"object \'A\' is never closed: its END '
+                    'is missing"}\n')
         _, _, errors = self.run_kdx("check --color always", "A:\n" + 999 * "a" + "-\nEND\n")
         self.assertIn("\033[1;31merror:\033[0m unknown", errors)
         self.assertLess(len(errors), 500)
