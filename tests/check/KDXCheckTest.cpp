@@ -144,6 +144,13 @@ TEST(KDXCheck, FindsHashesAndBackslashes) {
         {"A:\nx = a\\\n> b\n# a\\\n\nEND\nENDX\\\n\n",
          "2:6-2:7 swallowed-statement @3:1 ?, 7:5-7:5 error unknown-syntax"},
         {"A:\n  \\\n  x = 1, \\\n\\\n2\nEND", "2:3-2:4 lone-backslash, 4:1-4:2 lone-backslash"},
+        {"A:\nx = 1, \\\n \\ \n2=3\nEND", ""},
+        {"A:\nx = C:\\\n\\\n y = 1\nEND",
+         "2:7-2:8 swallowed-statement @4:2 ?, 3:1-3:2 lone-backslash"},
+        {"! a\\\n\\\nA:\nEND\n! a\\\n\\",
+         "1:4-1:5 swallowed-statement @3:1, 2:1-2:2 lone-backslash, 4:1-4:4 error unexpected-end "
+         "!, "
+         "6:1-6:2 lone-backslash"},
         {"A:\n x = 1 \\\r\n\nEND", "2:8-2:10 backslash-return ?"},
         {"A:\n x = 1 # \\\r\n\nEND", ""},
     });
@@ -181,6 +188,10 @@ TEST(KDXCheck, TakesOptions) {
     EXPECT_EQ(problemsOf(text, options), "3:7-3:8 hash-in-value, 7:1-7:4 error unexpected-end !");
     const auto report = kiv::KDXCheck::check(text, options);
     EXPECT_EQ(std::pair(report.errors, report.warnings), std::pair(std::size_t{3}, std::size_t{2}));
+    options.rules = {};
+    EXPECT_EQ(problemsOf("A:\nx = #\ny = #\nz = #\nEND\nB:\nu = #", options),
+              "2:5-2:6 hash-in-value");
+    EXPECT_EQ(problemsOf("A:\nx = #\ny = #\n", options), "1:1-1:3 never-closed ?");
     options.rules = {"no-rule"};
     EXPECT_EQ(failureOf<kiv::data::invalid>([&] { (void)kiv::KDXCheck::check(text, options); }),
               "KDXCheck::check (4): There is no rule with the name no-rule.");
