@@ -4,6 +4,7 @@
 
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
+#include "base/ShownText.h"
 #include "check/MessageText.h"
 #include "check/StatementPlaces.h"
 

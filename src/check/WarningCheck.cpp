@@ -5,6 +5,7 @@
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
 #include "base/ObjectName.h"
+#include "base/ShownText.h"
 #include "check/IgnoreComment.h"
 #include "check/LineEndCheck.h"
 #include "check/MessageText.h"

@@ -83,6 +83,9 @@ TEST(KDXCheck, FindsWhatIsMissingOrElsewhere) {
         {"A:\n\tB:\n        x=1\n\tEND\nEND", ""},
         {"A:\n  x = 1, \\\n2\ny = 1 \\\n\nEND", ""},
         {"A:\n&replace   B: b\n    x=1\n  END # B:b\nEND", ""},
+        {"A:\n  x=1\n&replace B: b\n  END\nEND", ""},
+        {"A:\n  B:\n  END\n  END\nC:\nEND\n", "4:3-4:6 indentation @1:1"},
+        {"A:\n  B:\n    x=1\n   END\n   END\n", ""},
     });
 }
 
@@ -133,6 +136,7 @@ TEST(KDXCheck, FindsHashesAndBackslashes) {
         {"A:# a\nx = a\\#b\ny = a\t#c\nz =\n> a#b\nEND#A:", ""},
         {"A:\nx = 1 # c \\\n 2\ny = 1 # c \\\n\nz = 1 \\\n 2 # c\nEND",
          "2:7-2:8 swallowed-continuation"},
+        {"A:\nx = 1 # c\\\ny = 2\nEND", "2:7-2:8 swallowed-continuation"},
         {"# C:\\\nA:\nEND\n", "1:1-1:2 swallowed-continuation, 3:1-3:4 error unexpected-end !"},
         {"A:\nx = C:\\\n  y = 1\nEND", "2:7-2:8 swallowed-statement @3:3 ?"},
         {"A:\nx = C:\\#\\\ny = 1\\\nz: 1\nEND",
@@ -169,6 +173,7 @@ TEST(KDXCheck, LeavesOutWhatCommentsIgnore) {
         {"A:\nx = # kdx: ignore hash-in-value\ny = # kdx:ignore no-utf8 , hash-in-value\nEND", ""},
         {"A:\n# kdx: ignore repeated-parameter, hash-in-value\n\n# c\nx=# 1\nx=#2\nEND",
          "6:1-6:3 repeated-parameter @5:1, 6:3-6:5 hash-in-value"},
+        {"A:\n# kdx 2: ignore hash-in-value\nx=#\nEND", "3:3-3:4 hash-in-value"},
         {"# kdx: ignore never-closed\nA:\nB: # kdx: ignore no-utf8\n", "3:1-3:3 never-closed ?"},
         {"- # kdx: ignore unknown-syntax\nA:\nEND # kdx:ignore", "1:1-1:2 error unknown-syntax"},
     });
@@ -200,22 +205,22 @@ TEST(KDXCheck, TakesOptions) {
 TEST(KDXCheck, SaysWhatIsWrongAndHowToMendIt) {
     std::string longName;
     while (longName.size() < 90) longName += "\xC3\xA4";
-    for (const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
-             {"A: \x1b[1m\nB:\nEND", "object 'A: ?[1m' is never closed: its END is missing",
-              "A: \x1b[1m\nB:\nEND\nEND\n"},
-             {"A: \x1b\nEND # A:",
-              "the comment of this END names another object, but it closes object 'A: ?' of line 1",
-              "A: \x1b\nEND # A:\x1b"},
-             {"AA: " + longName + "\nEND # AA:",
-              "the comment of this END names another object, but it closes object 'AA: " +
-                  longName.substr(0, 72) + "...' of line 1",
-              "AA: " + longName + "\nEND # AA:" + longName},
-             {"A:\r\n  x=a\\", "object 'A' is never closed: its END is missing",
-              "A:\r\n  x=a\\\n\nEND\r\n"},
-             {"A:\nx=1\ry", "object 'A' is never closed: its END is missing", "A:\nx=1\ry\nEND\n"},
-             {"A:\r\nx=1", "object 'A' is never closed: its END is missing",
-              "A:\r\nx=1\r\nEND\r\n"},
-         }) {
+    for (
+        const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
+            {"A: \x1b[1m\nB:\nEND", "object 'A: ?[1m' is never closed: its END is missing",
+             "A: \x1b[1m\nB:\nEND\nEND\n"},
+            {"A: \x1b\xC2\x9B\nEND # A:",
+             "the comment of this END names another object, but it closes object 'A: ?\?' of line 1",
+             "A: \x1b\xC2\x9B\nEND # A:\x1b\xC2\x9B"},
+            {"AA: " + longName + "\nEND # AA:",
+             "the comment of this END names another object, but it closes object 'AA: " +
+                 longName.substr(0, 72) + "...' of line 1",
+             "AA: " + longName + "\nEND # AA:" + longName},
+            {"A:\r\n  x=a\\", "object 'A' is never closed: its END is missing",
+             "A:\r\n  x=a\\\n\nEND\r\n"},
+            {"A:\nx=1\ry", "object 'A' is never closed: its END is missing", "A:\nx=1\ry\nEND\n"},
+            {"A:\r\nx=1", "object 'A' is never closed: its END is missing", "A:\r\nx=1\r\nEND\r\n"},
+        }) {
         const auto problems = kiv::KDXCheck::check(text).problems;
         EXPECT_EQ(problems.front().message, message);
         EXPECT_EQ(kiv::applyEdits(text, problems.front().fix->edits), mended);
