@@ -75,7 +75,9 @@ void appendForPeople(std::string& out, std::string_view file, const Problem& pro
         out.append(std::to_string(place.line) + ':' + std::to_string(place.column) + ':');
     out.append(1, ' ').append(color ? colorOf(problem.severity) : "");
     out.append(nameOf(problem.severity)).append(1, ':').append(color ? kPlain : "");
-    out.append(1, ' ').append(problem.text).append(1, '\n');
+    out.append(1, ' ').append(problem.text);
+    if (place.line > 0) out.append(" [").append(problem.rule).append(1, ']');
+    out.append(1, '\n');
     if (place.line > 0) appendLineAndCaret(out, place, color);
 }
 

@@ -32,11 +32,12 @@ struct Problem {
 
 /// Appends a problem to `out` as the settings ask: for people
 ///
-///     FILE:LINE:COLUMN: error: TEXT
+///     FILE:LINE:COLUMN: error: TEXT [RULE]
 ///     the line
 ///         ^
 ///
-/// or as one JSON object on a line. Without a line, the place is FILE alone.
+/// or as one JSON object on a line. Without a line, the place is FILE alone, and the
+/// rule is not shown.
 void appendProblem(std::string& out, std::string_view file, const Problem& problem,
                    const Settings& settings);
 

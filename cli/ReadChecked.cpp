@@ -1,13 +1,22 @@
 #include "ReadChecked.h"
 
+#include <vector>
+
 namespace kdx {
 namespace {
+
+std::vector<std::string> syntaxRules() {
+    std::vector<std::string> names;
+    for (const kiv::KDXCheck::Rule& rule : kiv::KDXCheck::rules())
+        if (rule.isSyntax) names.emplace_back(rule.name);
+    return names;
+}
 
 kiv::KDXCheck::Options optionsFor(Demand demand, const Settings& settings) {
     kiv::KDXCheck::Options options = checkOptions(settings, kDefaultMaxErrors);
     options.warnings = false;
-    if (demand == Demand::lines)
-        options.rules = {"unknown-syntax", "end-case", "text-behind-end", "too-deep"};
+    if (demand != Demand::structure) options.rules = syntaxRules();
+    if (demand == Demand::nesting) options.rules.emplace_back("too-deep");
     return options;
 }
 

@@ -11,7 +11,8 @@ namespace kdx {
 
 /// How much of a text has to be right.
 enum class Demand {
-    lines,      ///< every line is KDX, and objects are not nested too deep
+    lines,      ///< every line is KDX
+    nesting,    ///< also, objects are not nested too deep
     structure,  ///< also, every END has an object, every parameter too
 };
 

@@ -50,7 +50,7 @@ void addSettings(CLI::App& app, Settings& settings, std::string& color) {
                      "Files to work on at the same time");
     arguments
         .number("--max-depth N", settings.maxDepth, 0, kMaxCount,
-                "Levels that objects may be nested")
+                "Levels that objects may be nested; fmt and strip take any")
         .showDefault();
 }
 

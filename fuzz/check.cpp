@@ -47,9 +47,15 @@ bool isPlain(char c) {
 }
 
 bool isInText(const kiv::KDXPlace& place, std::string_view text) {
-    if (place.offset > text.size() || place.column == 0) return false;
-    return place.line == 1 + static_cast<std::size_t>(
-                                 std::count(text.begin(), text.begin() + place.offset, '\n'));
+    if (place.offset > text.size()) return false;
+    const std::string_view before = text.substr(0, place.offset);
+    const std::size_t feed = before.rfind('\n');
+    std::size_t lineBegin = feed == std::string_view::npos ? 0 : feed + 1;
+    // Columns are counted behind a byte order mark; what stands in it is in column 1.
+    if (lineBegin == 0 && kiv::KDXReader(text).hasByteOrderMark()) lineBegin = 3;
+    const auto feeds = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+    return place.line == 1 + feeds &&
+           place.column == 1 + place.offset - std::min(lineBegin, place.offset);
 }
 
 void requireSound(const check::Report& report, std::string_view text) {

@@ -55,7 +55,7 @@ std::string search(kiv::ObjectKDXParser& parser, const Options& options, bool js
 
 Outcome findIn(const std::string& file, const Options& options, const Settings& settings) {
     Outcome outcome;
-    std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
+    std::optional<Source> source = readChecked(file, Demand::nesting, settings, outcome);
     if (!source) return outcome;
     kiv::ObjectKDXParser parser({});
     parser.getCommands() =

@@ -31,6 +31,8 @@ struct Rule {
     std::string_view name;  ///< words in small letters, joined by '-'
     Severity severity = Severity::error;
     std::string_view explanation;  ///< one sentence, without a full stop
+    bool isSyntax = false;         ///< whether it speaks of lines that are no KDX, whose kind is
+                                   ///< MiniKDXParser::lineUnrecognised
 };
 
 /// All rules, the errors first. They live as long as the program.
@@ -40,8 +42,9 @@ KIV_KDX_EXPORT const std::vector<Rule>& rules();
 struct Fix {
     std::string_view title;          ///< what it does; lives as long as the program
     std::vector<KDXTextEdit> edits;  ///< for applyEdits()
-    /// Whether it can be made unseen: no reader reads anything else afterwards, except that an END
-    /// that closed nothing is gone, and no new problem comes up.
+    /// Whether it can be made unseen: KDXReader reads nothing else afterwards, except that an END
+    /// that closed nothing is gone, and no new problem comes up. Without a byte order mark the
+    /// readers that do not pass over it take the first line, too.
     bool safe = false;
 };
 
@@ -64,7 +67,8 @@ struct Options {
     std::vector<std::string> rules;
     /// So many objects may be open at a time; rule "too-deep".
     std::size_t maxDepth = kUnlimited;
-    /// So many errors, and as many warnings, are kept; more are only counted.
+    /// So many errors, and as many warnings, are kept: those that stand first in the text. More are
+    /// only counted.
     std::size_t maxProblems = kUnlimited;
 };
 

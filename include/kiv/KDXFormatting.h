@@ -68,7 +68,8 @@ struct Style {
 };
 
 /// The text laid out anew. It means to a reader what it meant before: the same objects,
-/// parameters, ENDs, actions, verbatim lines and comments, in the same order.
+/// parameters, ENDs, actions, verbatim lines and comments, in the same order; outer blanks of
+/// actions and verbatim lines aside.
 ///
 ///     formatKDX("Sample:s1\ngain=10 # dB\nEND");  // "Sample: s1\n  gain = 10 # dB\nEND\n"
 ///

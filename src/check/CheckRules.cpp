@@ -8,9 +8,10 @@ namespace kiv {
 const std::vector<KDXCheck::Rule>& KDXCheck::rules() {
     using KDXCheck::Severity;
     static const std::vector<Rule> table = {
-        {"unknown-syntax", Severity::error, "A line is no KDX"},
-        {"end-case", Severity::error, "END is written in other letters than three capitals"},
-        {"text-behind-end", Severity::error, "Something other than a comment stands behind END"},
+        {"unknown-syntax", Severity::error, "A line is no KDX", true},
+        {"end-case", Severity::error, "END is written in other letters than three capitals", true},
+        {"text-behind-end", Severity::error, "Something other than a comment stands behind END",
+         true},
         {"no-object", Severity::error, "A parameter stands outside of all objects"},
         {"unexpected-end", Severity::error, "An END closes nothing"},
         {"too-deep", Severity::error, "Objects are nested deeper than allowed"},

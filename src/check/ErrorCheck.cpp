@@ -4,6 +4,7 @@
 
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
+#include "base/ShownText.h"
 #include "check/MessageText.h"
 #include "check/StatementPlaces.h"
 
@@ -36,7 +37,7 @@ void ErrorCheck::checkUnrecognised() {
             const KDXCheck::Fix fix{"Write END in capitals", {{begin.offset, 3, "END"}}, false};
             return Finding{begin,
                            endOf(reader),
-                           "unknown syntax: END is written in capitals",
+                           "unknown syntax: an END has to be written in capitals",
                            {},
                            reader.isContinued() ? std::nullopt : std::optional(fix)};
         });

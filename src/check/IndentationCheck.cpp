@@ -1,6 +1,7 @@
 #include "check/IndentationCheck.h"
 
 namespace kiv::detail {
+
 std::optional<KDXPlace> IndentationCheck::closedAbove(std::string_view indentation) const {
     if (levels.empty()) return std::nullopt;
     const Level& level = levels.back();

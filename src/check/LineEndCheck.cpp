@@ -5,9 +5,12 @@
 
 #include "base/Blank.h"
 #include "check/StatementPlaces.h"
+#include "parser/LogicalLine.h"
 
 namespace kiv::detail {
 namespace {
+
+constexpr std::string_view kBackslash = "\\";
 
 /// What a line would be by itself; empty for what says nothing to a reader.
 const char* statementIn(std::string_view line) {
@@ -47,11 +50,17 @@ private:
     }
 
     void checkLine() {
-        if (withoutOuterBlanks(line()) == "\\") return checkLoneBackslash();
+        if (isLoneBackslash()) return checkLoneBackslash();
         if (!isLastLine()) return checkSwallowing();
         const std::string_view last = line();
         const bool hasReturn = last.size() > 1 && last.substr(last.size() - 2) == "\\\r";
         if (hasReturn && reader.comment().empty()) reportReturn(behind(begin, last.size() - 2));
+    }
+
+    /// Behind the first line, a backslash with blanks behind it is text.
+    bool isLoneBackslash() const {
+        if (rest.size() == reader.source().size()) return withoutOuterBlanks(line()) == kBackslash;
+        return withoutLeadingBlanks(line()) == kBackslash;
     }
 
     void checkLoneBackslash() {
@@ -82,16 +91,18 @@ private:
     void checkSwallowing() {
         const std::string_view joined = withoutTrailingBlanks(line());  // with its backslash
         const KDXPlace backslash = behind(begin, joined.size() - 1);
-        const bool escaped = hasHash;
         hasHash = hasHash || joined.find('#') != std::string_view::npos;
         if (!maySwallow(joined.substr(0, joined.size() - 1), backslash)) return;
-        const char* const swallowed = statementIn(nextLine());
+        const NextLine next = nextLine();
+        const char* const swallowed = statementIn(next.text);
         if (*swallowed == '\0') return;
         problems.add(CheckRule::swallowedStatement, [&] {
-            return Finding{backslash, behind(backslash, 1),
-                           "this backslash makes " + std::string(swallowed) +
-                               " in the next line a part of this one",
-                           beginOfNextLine(), fixFor(backslash, escaped || hasHash)};
+            return Finding{
+                backslash, behind(backslash, 1),
+                "this backslash makes " + std::string(swallowed) + " in line " +
+                    std::to_string(next.begin.line) + " a part of this one",
+                behind(next.begin, next.text.size() - withoutLeadingBlanks(next.text).size()),
+                fixFor(backslash, hasHash)};
         });
     }
 
@@ -117,19 +128,24 @@ private:
         return KDXCheck::Fix{"End the line here", {{backslash.offset + 1, 0, " #"}}, false};
     }
 
-    /// As it would be by itself: what continues it is not looked at.
-    std::string_view nextLine() const {
-        const std::string_view behindLine = rest.substr(line().size() + 1);
-        const std::string_view next = behindLine.substr(0, behindLine.find('\n'));
-        const bool isLast = next.size() + 1 >= behindLine.size();
-        return isLast ? next : next.substr(0, next.size() - 1);
-    }
+    struct NextLine {
+        std::string_view text;
+        KDXPlace begin;
+    };
 
-    KDXPlace beginOfNextLine() const {
-        const std::string_view next = nextLine();
-        const std::size_t indentation = next.size() - withoutLeadingBlanks(next).size();
-        const KDXPlace nextBegin{begin.offset + line().size() + 1, begin.line + 1, 1};
-        return behind(nextBegin, indentation);
+    /// The next line that is no lone backslash, as it would be by itself: what continues it is not
+    /// looked at.
+    NextLine nextLine() const {
+        std::string_view unread = rest;
+        KDXPlace place = begin;
+        std::string_view next = kBackslash;
+        while (withoutLeadingBlanks(next) == kBackslash && !unread.empty()) {
+            const std::size_t length = std::min(unread.find('\n'), unread.size() - 1) + 1;
+            unread.remove_prefix(length);
+            place = {place.offset + length, place.line + 1, 1};
+            next = unread.substr(0, unread.find('\n'));
+        }
+        return {isContinued(next) ? next.substr(0, next.size() - 1) : next, place};
     }
 
     std::size_t commentOffset() const {
@@ -172,7 +188,7 @@ private:
     KDXPlace comment = reader.placeOf(KDXReader::Part::comment);
     std::string_view rest;  // from the current line on
     KDXPlace begin;         // of the current line
-    bool hasHash = false;   // in a line before
+    bool hasHash = false;   // in the lines so far
 };
 
 }  // namespace

@@ -1,34 +1,8 @@
 #include "check/MessageText.h"
 
+#include "base/ShownText.h"
+
 namespace kiv::detail {
-namespace {
-
-constexpr std::size_t kShownLength = 80;
-
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
-}
-
-bool continuesCharacter(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
-/// The text up to a length, without a part of a character at its end.
-std::string_view cut(std::string_view text, std::size_t length) {
-    while (length > 0 && continuesCharacter(text[length])) --length;
-    return text.substr(0, length);
-}
-
-}  // namespace
-
-std::string shown(std::string_view text) {
-    const bool isLong = text.size() > kShownLength;
-    std::string result(isLong ? cut(text, kShownLength - 3) : text);
-    for (char& c : result)
-        if (isControl(c)) c = c == '\t' ? ' ' : '?';
-    return isLong ? result + "..." : result;
-}
-
 std::string describedByte(char c) {
     if (c == '\t') return "a tab";
     if (c >= ' ' && c <= '~') return {'\'', c, '\''};

@@ -9,9 +9,6 @@
 
 namespace kiv::detail {
 
-/// Text of a document, fit for a message: a control character becomes '?', a long text is cut.
-std::string shown(std::string_view text);
-
 /// "'c'", "a tab", "the byte 0xC3".
 std::string describedByte(char c);
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "check/CheckRules.h"
 
@@ -20,7 +21,8 @@ struct Finding {
     std::optional<KDXCheck::Fix> fix;
 };
 
-/// Gathers the problems of a text: those of the wanted rules, up to a limit.
+/// Gathers the problems of a text: those of the wanted rules, and of each severity those that stand
+/// first, up to a limit.
 class ProblemList {
 public:
     ProblemList(const RuleSet& wantedRules, std::size_t maxProblems)
@@ -31,27 +33,30 @@ public:
     /// From now on, the warnings among these rules are passed over, and no others.
     void ignore(const RuleSet& rules) { ignored = rules; }
 
-    /// Counts a problem, and keeps it if the limit allows. `describe` makes its Finding; it is
-    /// called for a problem that is kept.
+    /// Counts a problem, and keeps it as long as it may be among the first. `describe` makes its
+    /// Finding.
     template <typename Describe>
     void add(CheckRule rule, Describe describe) {
         if (counts(rule)) keep(rule, describe());
     }
 
-    /// The fixes of this rule's problems are not safe.
-    void distrustFixes(CheckRule rule);
-
     /// The problems in the order of their places. The list is used up.
     KDXCheck::Report take();
 
 private:
-    bool counts(CheckRule rule);
+    using Problems = std::vector<KDXCheck::Problem>;
+
+    bool counts(CheckRule rule) const;
     void keep(CheckRule rule, Finding finding);
+    void sort(Problems& problems) const;
 
     RuleSet wanted;
     RuleSet ignored;
     std::size_t limit;
-    KDXCheck::Report report;
+    Problems errors;
+    Problems warnings;
+    std::size_t errorCount = 0;  // also of those that were not kept
+    std::size_t warningCount = 0;
 };
 
 }  // namespace kiv::detail

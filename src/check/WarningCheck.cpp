@@ -5,12 +5,11 @@
 #include "base/Blank.h"
 #include "base/NameCharacter.h"
 #include "base/ObjectName.h"
-#include "check/EndComment.h"
+#include "base/ShownText.h"
 #include "check/IgnoreComment.h"
 #include "check/LineEndCheck.h"
 #include "check/MessageText.h"
 #include "check/StatementPlaces.h"
-#include "parser/ReadBack.h"
 
 namespace kiv::detail {
 namespace {
@@ -21,16 +20,18 @@ bool startsWith(std::string_view text, std::string_view beginning) {
     return text.substr(0, beginning.size()) == beginning;
 }
 
-/// Whether no rule on bytes speaks of the text.
-bool hasPlainBytes(std::string_view text) {
-    return findNoUtf8(text) == std::string_view::npos && text.find('\0') == std::string_view::npos;
-}
-
 /// How long what the text's first line says is.
 std::size_t lengthOfStatement(std::string_view rest) {
     KDXReader reader(rest.substr(0, rest.find('\n')));
     reader.next();
     return reader.text().size();
+}
+
+/// How the last line of a text that is ended is ended.
+std::string_view lastLineEnd(std::string_view text) {
+    const std::size_t feed = text.rfind('\n');
+    const bool withReturn = feed != std::string_view::npos && feed > 0 && text[feed - 1] == '\r';
+    return withReturn ? "\r\n" : "\n";
 }
 
 /// Whether `end` is a statement of its own behind the last one of a text.
@@ -41,13 +42,15 @@ bool standsBehind(std::string last, const std::string& end) {
 }
 
 /// What to put behind the last statement of a text, so that an END stands there.
-std::string endBehind(std::string_view lastSource, std::string_view indentation) {
-    const bool withReturn = lastSource.size() > 1 && lastSource[lastSource.size() - 2] == '\r';
-    const std::string lineEnd = withReturn ? "\r\n" : "\n";
+std::string endBehind(std::string_view text, std::string_view lastSource,
+                      std::string_view indentation) {
+    const std::string_view lineEnd = lastLineEnd(text);
     const std::string end = std::string(indentation).append("END").append(lineEnd);
-    // An open line has to be ended first, and then what continues it, which an empty line does.
+    // An open line has to be ended first, and then what continues it, which an empty line does. No
+    // line is continued by a backslash and a carriage return.
+    const std::string_view ended = text.back() == '\\' ? "\n" : lineEnd;
     std::string gap;
-    while (!standsBehind(std::string(lastSource).append(gap), end)) gap += lineEnd;
+    while (!standsBehind(std::string(lastSource).append(gap), end)) gap += ended;
     return gap + end;
 }
 
@@ -60,6 +63,7 @@ WarningCheck::WarningCheck(std::string_view wholeText, const KDXReader& givenRea
       problems(givenProblems),
       hasNul(text.find('\0') != std::string_view::npos),
       isUtf8(findNoUtf8(text) == std::string_view::npos),
+      endComments(text),
       names(memory) {
     if (reader.hasByteOrderMark()) checkByteOrderMark();
 }
@@ -167,10 +171,7 @@ void WarningCheck::checkParameter() {
 }
 
 void WarningCheck::checkEnd() {
-    if (openObjects.empty()) {
-        balanced = false;
-        return;
-    }
+    if (openObjects.empty()) return;
     begin = placeOf(reader, text, indentation);
     checkEndComment();
     checkEndIndentation();
@@ -188,7 +189,6 @@ void WarningCheck::checkIndentation(bool isEnd) {
 }
 
 void WarningCheck::reportIndentation(const OpenObject& object) {
-    balanced = false;
     problems.add(CheckRule::indentation, [&] {
         return Finding{begin,
                        endOf(reader, begin),
@@ -207,7 +207,6 @@ void WarningCheck::checkEndIndentation() {
 }
 
 void WarningCheck::reportClosedAbove(const KDXPlace& closed) {
-    balanced = false;
     problems.add(CheckRule::indentation, [&] {
         const OpenObject& object = openObjects.back().object;
         return Finding{begin,
@@ -224,20 +223,23 @@ void WarningCheck::reportClosedAbove(const KDXPlace& closed) {
 void WarningCheck::checkEndComment() {
     if (comment.empty() || isDirective(comment)) return;
     const OpenObject& object = openObjects.back().object;
-    if (fitsEndOf(comment, object.name)) return;
+    if (!endComments.namesAnother(comment, object.name)) return;
     problems.add(CheckRule::endComment, [&] {
-        const KDXPlace place = reader.placeOf(Part::comment);
-        const std::string right = endCommentOf(object.name);
-        const std::string composed = std::string(indentation).append("END ").append(right);
-        const bool fits = !reader.isContinued() && hasPlainBytes(composed) &&
-                          readsBackAs(composed + '\n', {reader.kind(), {}, {}, right});
-        const KDXCheck::Fix fix{
-            "Name the right object", {{place.offset, comment.size(), right}}, true};
-        return Finding{place, reader.placeOf(Part::comment, comment.size()),
+        return Finding{reader.placeOf(Part::comment), reader.placeOf(Part::comment, comment.size()),
                        "the comment of this END names another object, but it closes " +
                            describedObject(object.name) + ' ' + ofLine(object.begin),
-                       object.begin, fits ? std::optional(fix) : std::nullopt};
+                       object.begin, endCommentFix(object.name)};
     });
+}
+
+/// It may be the nesting that is wrong, and not the comment: no such fix is safe.
+std::optional<KDXCheck::Fix> WarningCheck::endCommentFix(const SeenName& object) const {
+    const std::string right = endCommentOf(object);
+    const bool hasBackslash =
+        (std::string(reader.source()) + right).find('\\') != std::string::npos;
+    if (hasBackslash) return std::nullopt;
+    const std::size_t offset = reader.placeOf(Part::comment).offset;
+    return KDXCheck::Fix{"Name the right object", {{offset, comment.size(), right}}, false};
 }
 
 void WarningCheck::checkEndAsName() {
@@ -293,20 +295,20 @@ void WarningCheck::checkSlash() {
 void WarningCheck::finish() {
     for (const Opened& opened : openObjects)
         reportNeverClosed(opened, &opened == &openObjects.back());
-    if (!balanced || !openObjects.empty()) problems.distrustFixes(CheckRule::endComment);
 }
 
 void WarningCheck::reportNeverClosed(const Opened& opened, bool isInnermost) {
     problems.ignore(opened.ignored);
     problems.add(CheckRule::neverClosed, [&] {
         const KDXPlace& place = opened.object.begin;
-        Finding finding{place,
-                        behind(place, lengthOfStatement(text.substr(place.offset))),
-                        "object is never closed: its END is missing",
-                        {},
-                        {}};
+        Finding finding{
+            place,
+            behind(place, lengthOfStatement(text.substr(place.offset))),
+            describedObject(opened.object.name) + " is never closed: its END is missing",
+            {},
+            {}};
         if (!isInnermost) return finding;
-        const std::string end = endBehind(lastSource, opened.object.indentation);
+        const std::string end = endBehind(text, lastSource, opened.object.indentation);
         finding.fix = {"Add its END at the end of the text", {{text.size(), 0, end}}, false};
         return finding;
     });

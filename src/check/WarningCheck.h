@@ -3,10 +3,12 @@
 #include <kiv/KDXReader.h>
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "check/EndCommentCheck.h"
 #include "check/IndentationCheck.h"
 #include "check/NameCheck.h"
 #include "check/OpenObject.h"
@@ -46,6 +48,7 @@ private:
     void reportIndentation(const OpenObject& object);
     void checkEndIndentation();
     void checkEndComment();
+    std::optional<KDXCheck::Fix> endCommentFix(const SeenName& object) const;
     void checkEndAsName();
     void checkHash();
     void checkSlash();
@@ -66,10 +69,10 @@ private:
     RuleSet ignored;  // by comments, for the statement
     RuleSet pending;  // for the next one
     IndentationCheck levels;
+    EndCommentCheck endComments;
     NameCheck names;
     std::vector<Opened> openObjects;
     std::deque<std::string> keptNames;  // those that do not lie in the text
-    bool balanced = true;               // as far as ENDs and indentation tell
 };
 
 }  // namespace kiv::detail

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/ShownText.h"
 #include "parser/LineClassification.h"
 #include "parser/LogicalLine.h"
 #include "parser/PhysicalLines.h"
@@ -28,17 +29,16 @@ using lineType = MiniKDXParser::lineType;
 
 constexpr const char* kUnknownSyntax =
     "Unknown KDX syntax in line %1, column %2, where ':' or '=' is awaited:\n%3.";
-constexpr std::size_t kShownLength = 80;
 constexpr std::string_view kEnd = "END";
 
 [[noreturn]] void throwUnknownSyntax(std::string_view text) {
     KDXReader reader(text);
     while (reader.next() && reader.kind() != MiniKDXParser::lineUnrecognised) continue;
     const KDXPlace place = reader.placeOf(KDXReader::Part::first, reader.first().size());
-    std::string shown(reader.text().substr(0, kShownLength));
-    if (shown.size() < reader.text().size()) shown.replace(kShownLength - 3, 3, "...");
     UserMsg message(kUnknownSyntax, nullptr);
-    message.arg(std::to_string(place.line)).arg(std::to_string(place.column)).arg(shown);
+    message.arg(std::to_string(place.line))
+        .arg(std::to_string(place.column))
+        .arg(detail::shown(reader.text()));
     throw data::invalid("KDXFormatting", "formatKDX", message, errorTypeFailure);
 }
 

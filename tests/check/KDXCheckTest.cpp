@@ -83,17 +83,27 @@ TEST(KDXCheck, FindsWhatIsMissingOrElsewhere) {
         {"A:\n\tB:\n        x=1\n\tEND\nEND", ""},
         {"A:\n  x = 1, \\\n2\ny = 1 \\\n\nEND", ""},
         {"A:\n&replace   B: b\n    x=1\n  END # B:b\nEND", ""},
+        {"A:\n  x=1\n&replace B: b\n  END\nEND", ""},
+        {"A:\n  B:\n  END\n  END\nC:\nEND\n", "4:3-4:6 indentation @1:1"},
+        {"A:\n  B:\n    x=1\n   END\n   END\n", ""},
     });
 }
 
 TEST(KDXCheck, FindsEndsThatSayOtherwise) {
     expectAll({
-        {"A: a\nEND # B:a\n", "2:5-2:10 end-comment @1:1 !"},
-        {"A: a\nEND # A:b", "2:5-2:10 end-comment @1:1 !"},
+        {"B:\nEND\nA: a\nEND # B: b\n", "4:5-4:11 end-comment @3:1 ?"},
+        {"A: a\nEND #A:b\nB: b c\nEND # A: a\nA: x\nEND # B:b  c\nB:\nEND # B:b c.",
+         "2:5-2:9 end-comment @1:1 ?, 4:5-4:11 end-comment @3:1 ?, "
+         "6:5-6:13 end-comment @5:1 ?"},
         {"A:\nB:\nEND # A:\n", "1:1-1:3 never-closed ?, 3:5-3:9 end-comment @2:1 ?"},
         {"A: a\\ #\nEND # A:\n", "2:5-2:9 end-comment @1:1"},
-        {"A: a\nEND #A : a  (x)\nA:\nEND # A:A\nB:\nEND #B:", ""},
+        // Where a backslash is in the way, there is no fix.
+        {"A:\nEND # A:s1 \\ ## c\\\t", ""},
+        {"A: a\nEND # A:\\x\\\t", ""},
+        {"A: a\nEND # A:\\x", "2:5-2:11 end-comment @1:1"},
+        {"A: a\nEND #A : a  \nA:\nEND # A:A\n&replace M: M\nEND # M:M\nB:\nEND #B:", ""},
         {"A: a\nEND # closes it\nB:\nEND # see: C\nC:\nEND # http://x\nD:\nEND # a-b:c", ""},
+        {"A: a\nEND # A: closes it\nA: b\nEND # A:a, closes it\nA: c\nEND # A:c.", ""},
         {"A: a\nEND a: 1\nEND\nEND\nB:\n END = 2\n ENDX = 3\nEND\n",
          "2:1-2:9 end-as-name, 6:2-6:9 end-as-name"},
         {"A:\nEN\\\nD\nB:\nEND \\\n# B:\nC:\nEND # a\\\n\n", "2:1-3:2 cut-end, 5:1-5:4 cut-end"},
@@ -126,6 +136,7 @@ TEST(KDXCheck, FindsHashesAndBackslashes) {
         {"A:# a\nx = a\\#b\ny = a\t#c\nz =\n> a#b\nEND#A:", ""},
         {"A:\nx = 1 # c \\\n 2\ny = 1 # c \\\n\nz = 1 \\\n 2 # c\nEND",
          "2:7-2:8 swallowed-continuation"},
+        {"A:\nx = 1 # c\\\ny = 2\nEND", "2:7-2:8 swallowed-continuation"},
         {"# C:\\\nA:\nEND\n", "1:1-1:2 swallowed-continuation, 3:1-3:4 error unexpected-end !"},
         {"A:\nx = C:\\\n  y = 1\nEND", "2:7-2:8 swallowed-statement @3:3 ?"},
         {"A:\nx = C:\\#\\\ny = 1\\\nz: 1\nEND",
@@ -137,6 +148,13 @@ TEST(KDXCheck, FindsHashesAndBackslashes) {
         {"A:\nx = a\\\n> b\n# a\\\n\nEND\nENDX\\\n\n",
          "2:6-2:7 swallowed-statement @3:1 ?, 7:5-7:5 error unknown-syntax"},
         {"A:\n  \\\n  x = 1, \\\n\\\n2\nEND", "2:3-2:4 lone-backslash, 4:1-4:2 lone-backslash"},
+        {"A:\nx = 1, \\\n \\ \n2=3\nEND", ""},
+        {"A:\nx = C:\\\n\\\n y = 1\nEND",
+         "2:7-2:8 swallowed-statement @4:2 ?, 3:1-3:2 lone-backslash"},
+        {"! a\\\n\\\nA:\nEND\n! a\\\n\\",
+         "1:4-1:5 swallowed-statement @3:1, 2:1-2:2 lone-backslash, 4:1-4:4 error unexpected-end "
+         "!, "
+         "6:1-6:2 lone-backslash"},
         {"A:\n x = 1 \\\r\n\nEND", "2:8-2:10 backslash-return ?"},
         {"A:\n x = 1 # \\\r\n\nEND", ""},
     });
@@ -155,6 +173,7 @@ TEST(KDXCheck, LeavesOutWhatCommentsIgnore) {
         {"A:\nx = # kdx: ignore hash-in-value\ny = # kdx:ignore no-utf8 , hash-in-value\nEND", ""},
         {"A:\n# kdx: ignore repeated-parameter, hash-in-value\n\n# c\nx=# 1\nx=#2\nEND",
          "6:1-6:3 repeated-parameter @5:1, 6:3-6:5 hash-in-value"},
+        {"A:\n# kdx 2: ignore hash-in-value\nx=#\nEND", "3:3-3:4 hash-in-value"},
         {"# kdx: ignore never-closed\nA:\nB: # kdx: ignore no-utf8\n", "3:1-3:3 never-closed ?"},
         {"- # kdx: ignore unknown-syntax\nA:\nEND # kdx:ignore", "1:1-1:2 error unknown-syntax"},
     });
@@ -174,6 +193,10 @@ TEST(KDXCheck, TakesOptions) {
     EXPECT_EQ(problemsOf(text, options), "3:7-3:8 hash-in-value, 7:1-7:4 error unexpected-end !");
     const auto report = kiv::KDXCheck::check(text, options);
     EXPECT_EQ(std::pair(report.errors, report.warnings), std::pair(std::size_t{3}, std::size_t{2}));
+    options.rules = {};
+    EXPECT_EQ(problemsOf("A:\nx = #\ny = #\nz = #\nEND\nB:\nu = #", options),
+              "2:5-2:6 hash-in-value");
+    EXPECT_EQ(problemsOf("A:\nx = #\ny = #\n", options), "1:1-1:3 never-closed ?");
     options.rules = {"no-rule"};
     EXPECT_EQ(failureOf<kiv::data::invalid>([&] { (void)kiv::KDXCheck::check(text, options); }),
               "KDXCheck::check (4): There is no rule with the name no-rule.");
@@ -182,20 +205,22 @@ TEST(KDXCheck, TakesOptions) {
 TEST(KDXCheck, SaysWhatIsWrongAndHowToMendIt) {
     std::string longName;
     while (longName.size() < 90) longName += "\xC3\xA4";
-    for (const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
-             {"A: \x1b[1m\nB:\nEND", "object is never closed: its END is missing",
-              "A: \x1b[1m\nB:\nEND\nEND\n"},
-             {"A: \x1b\nEND # B:",
-              "the comment of this END names another object, but it closes object 'A: ?' of line 1",
-              "A: \x1b\nEND # A:\x1b"},
-             {"AA: " + longName + "\nEND # B:",
-              "the comment of this END names another object, but it closes object 'AA: " +
-                  longName.substr(0, 72) + "...' of line 1",
-              "AA: " + longName + "\nEND # AA:" + longName},
-             {"A:\r\n  x=a\\", "object is never closed: its END is missing",
-              "A:\r\n  x=a\\\n\nEND\n"},
-             {"A:\nend\n", "object is never closed: its END is missing", "A:\nend\nEND\n"},
-         }) {
+    for (
+        const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
+            {"A: \x1b[1m\nB:\nEND", "object 'A: ?[1m' is never closed: its END is missing",
+             "A: \x1b[1m\nB:\nEND\nEND\n"},
+            {"A: \x1b\xC2\x9B\nEND # A:",
+             "the comment of this END names another object, but it closes object 'A: ?\?' of line 1",
+             "A: \x1b\xC2\x9B\nEND # A:\x1b\xC2\x9B"},
+            {"AA: " + longName + "\nEND # AA:",
+             "the comment of this END names another object, but it closes object 'AA: " +
+                 longName.substr(0, 72) + "...' of line 1",
+             "AA: " + longName + "\nEND # AA:" + longName},
+            {"A:\r\n  x=a\\", "object 'A' is never closed: its END is missing",
+             "A:\r\n  x=a\\\n\nEND\r\n"},
+            {"A:\nx=1\ry", "object 'A' is never closed: its END is missing", "A:\nx=1\ry\nEND\n"},
+            {"A:\r\nx=1", "object 'A' is never closed: its END is missing", "A:\r\nx=1\r\nEND\r\n"},
+        }) {
         const auto problems = kiv::KDXCheck::check(text).problems;
         EXPECT_EQ(problems.front().message, message);
         EXPECT_EQ(kiv::applyEdits(text, problems.front().fix->edits), mended);

@@ -98,10 +98,12 @@ TEST(FormatKDX, endComments) {
     expectFormatted({{"A:a  b|B:|END|END #|END", "A: a  b|  B:|  END # B:|END #|END|"},
                      {"C:C:\\d|END|D:C:\\|^|END|", "C: C:\\d|END # C:C:\\d|D: C:\\|^|END # D:C:|"},
                      {"S: C:\\ #|EN\\|D|A: b\\|c|END", "S: C:\\ #|EN\\|  D|A: b\\|  c|END # A:bc|"},
+                     {"O:|S:|EN\\|D|END", "O:|  S:|  EN\\|    D|END # O:|"},
                      {"S: C:\\ #|END", "S: C:\\ #|END|"}},
                     style);
     style.endComments = Style::EndComments::removed;
     expectFormatted({{"A:a|END  #A:a|END # A:a|", "A: a|END|END # A:a|"},
+                     {"&replace M: m|END # M:m|A: A|END # A:", "&replace M: m|END|A: A|END|"},
                      {"A:a\\b|END # A:a\\b|A:|END # B:", "A: a\\b|END|A:|END # B:|"}},
                     style);
 }
@@ -114,6 +116,8 @@ TEST(FormatKDX, refusesWhatIsNoKDX) {
              {"x=1\n  gain -> 3 # c", "2, column 8" + awaited + "gain -> 3."},
              {"A:\n x\\\n  y\nz", "3, column 4" + awaited + "xy."},
              {"x=1\n\xEF\xBB\xBFZ\\\n:", "2, column 1" + awaited + "\xEF\xBB\xBFZ:."},
+             {longLine.substr(4) + "\xC3\xA4\xC3\xA4",
+              "1, column 78" + awaited + longLine.substr(4) + "...."},
              {longLine, "1, column 82" + awaited + longLine.substr(4) + "...."}})
         EXPECT_EQ(failureOf<kiv::data::invalid>([&text = text] { formatKDX(text); }),
                   where + message);
