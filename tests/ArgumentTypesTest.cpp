@@ -65,46 +65,45 @@ template <typename Object, typename... Calls>
 constexpr bool refusesAll(Calls... /*calls*/) {
     return !(std::is_invocable_v<Calls, Object> || ...);
 }
-static_assert(refusesAll<KDXBuilder>(                         //
-    [](auto b) -> decltype(b.addParam(0, 1)) {},              //
-    [](auto b) -> decltype(b.addParam(0, List())) {},         //
-    [](auto b) -> decltype(b.addParam("n", 1.5, 0)) {},       //
-    [](auto b) -> decltype(b.addParam("n", 'c', "mm")) {},    //
-    [](auto b) -> decltype(b.pushObject(0)) {},               //
-    [](auto b) -> decltype(b.pushObject("T", nullptr)) {},    //
-    [](auto b) -> decltype(b.pushReplacedObject(0)) {},       //
-    [](auto b) -> decltype(b.pushReplacedObject(0, "n")) {},  //
-    [](auto b) -> decltype(b.pushRoot(0)) {},                 //
-    [](auto b) -> decltype(b.addAction(0)) {},                //
-    [](auto b) -> decltype(b.addAction("a", 0)) {},           //
-    [](auto b) -> decltype(b.addAction(0, List())) {}));
+static_assert(refusesAll<KDXBuilder>([](auto b) -> decltype(b.addParam(0, 1)) {},
+                                     [](auto b) -> decltype(b.addParam(0, List())) {},
+                                     [](auto b) -> decltype(b.addParam("n", 1.5, 0)) {},
+                                     [](auto b) -> decltype(b.addParam("n", 'c', "mm")) {},
+                                     [](auto b) -> decltype(b.pushObject(0)) {},
+                                     [](auto b) -> decltype(b.pushObject("T", nullptr)) {},
+                                     [](auto b) -> decltype(b.pushReplacedObject(0)) {},
+                                     [](auto b) -> decltype(b.pushReplacedObject(0, "n")) {},
+                                     [](auto b) -> decltype(b.pushRoot(0)) {},
+                                     [](auto b) -> decltype(b.addAction(0)) {},
+                                     [](auto b) -> decltype(b.addAction("a", 0)) {},
+                                     [](auto b) -> decltype(b.addAction(0, List())) {}));
 static_assert(refusesAll<ActionBuilder>([](auto b) -> decltype(b.addParam(0, 1)) {}));
 static_assert(refusesAll<kiv::UserMsg>([](auto m) -> decltype(m.arg(0)) {}));
-static_assert(refusesAll<kiv::ObjectKDXParser>(         //
-    [](auto p) -> decltype(p.parseForObject(0, 1)) {},  //
+static_assert(refusesAll<kiv::ObjectKDXParser>(
+    [](auto p) -> decltype(p.parseForObject(0, 1)) {},
     [](auto p) -> decltype(p.parseForObjectsByType("T", 1, 0)) {}));
 static_assert(
     refusesAll<kiv::StringMapMap>([](auto m) -> decltype(KDXToStringMapMap::convert(0, m)) {}));
-static_assert(refusesAll<std::string>(                                                 //
-    [](auto s) -> decltype(StringMapMapToKDX::convert(0, kiv::StringMapMap(), s)) {},  //
+static_assert(refusesAll<std::string>(
+    [](auto s) -> decltype(StringMapMapToKDX::convert(0, kiv::StringMapMap(), s)) {},
     [](auto s) -> decltype(kiv::MiniKDXParser::determineLineType(0, s, s)) {}));
 
 using Document = kiv::KDXDocument;
 constexpr Document::Where kWhere = Document::before(Document::Node::none);
-static_assert(refusesAll<Document>(                                          //
-    [](auto d) -> decltype(d.setValue(Document::Node::none, 0)) {},          //
-    [](auto d) -> decltype(d.setName(Document::Node::none, nullptr)) {},     //
-    [](auto d) -> decltype(d.setType(Document::Node::none, nullptr)) {},     //
-    [](auto d) -> decltype(d.setText(Document::Node::none, nullptr)) {},     //
-    [](auto d) -> decltype(d.setComment(Document::Node::none, nullptr)) {},  //
-    [](auto d) -> decltype(d.addParameter(kWhere, "n", 0)) {},               //
-    [](auto d) -> decltype(d.addObject(kWhere, nullptr)) {},                 //
-    [](auto d) -> decltype(d.addAction(kWhere, 0)) {},                       //
-    [](auto d) -> decltype(d.addComment(kWhere, 0)) {},                      //
-    [](auto d) -> decltype(d.addText(kWhere, nullptr)) {},                   //
-    [](auto d) -> decltype(d.findParameters({}, 0)) {},                      //
-    [](auto d) -> decltype(d.removeParameters({}, nullptr)) {},              //
-    [](auto d) -> decltype(d.set({}, "n", 0)) {}));
+static_assert(
+    refusesAll<Document>([](auto d) -> decltype(d.setValue(Document::Node::none, 0)) {},
+                         [](auto d) -> decltype(d.setName(Document::Node::none, nullptr)) {},
+                         [](auto d) -> decltype(d.setType(Document::Node::none, nullptr)) {},
+                         [](auto d) -> decltype(d.setText(Document::Node::none, nullptr)) {},
+                         [](auto d) -> decltype(d.setComment(Document::Node::none, nullptr)) {},
+                         [](auto d) -> decltype(d.addParameter(kWhere, "n", 0)) {},
+                         [](auto d) -> decltype(d.addObject(kWhere, nullptr)) {},
+                         [](auto d) -> decltype(d.addAction(kWhere, 0)) {},
+                         [](auto d) -> decltype(d.addComment(kWhere, 0)) {},
+                         [](auto d) -> decltype(d.addText(kWhere, nullptr)) {},
+                         [](auto d) -> decltype(d.findParameters({}, 0)) {},
+                         [](auto d) -> decltype(d.removeParameters({}, nullptr)) {},
+                         [](auto d) -> decltype(d.set({}, "n", 0)) {}));
 static_assert(refusesAll<std::vector<kiv::KDXTextEdit>>(
     [](auto edits) -> decltype(kiv::applyEdits(nullptr, edits)) {}));
 static_assert(takes<Document>([](auto d) -> decltype(d.set({}, "n", std::string())) {}));
