@@ -205,22 +205,23 @@ TEST(KDXCheck, TakesOptions) {
 TEST(KDXCheck, SaysWhatIsWrongAndHowToMendIt) {
     std::string longName;
     while (longName.size() < 90) longName += "\xC3\xA4";
-    for (
-        const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
-            {"A: \x1b[1m\nB:\nEND", "object 'A: ?[1m' is never closed: its END is missing",
-             "A: \x1b[1m\nB:\nEND\nEND\n"},
-            {"A: \x1b\xC2\x9B\nEND # A:",
-             "the comment of this END names another object, but it closes object 'A: ?\?' of line 1",
-             "A: \x1b\xC2\x9B\nEND # A:\x1b\xC2\x9B"},
-            {"AA: " + longName + "\nEND # AA:",
-             "the comment of this END names another object, but it closes object 'AA: " +
-                 longName.substr(0, 72) + "...' of line 1",
-             "AA: " + longName + "\nEND # AA:" + longName},
-            {"A:\r\n  x=a\\", "object 'A' is never closed: its END is missing",
-             "A:\r\n  x=a\\\n\nEND\r\n"},
-            {"A:\nx=1\ry", "object 'A' is never closed: its END is missing", "A:\nx=1\ry\nEND\n"},
-            {"A:\r\nx=1", "object 'A' is never closed: its END is missing", "A:\r\nx=1\r\nEND\r\n"},
-        }) {
+    for (const auto& [text, message, mended] : std::vector<std::array<std::string, 3>>{
+             {"A: \x1b[1m\nB:\nEND", "object 'A: ?[1m' is never closed: its END is missing",
+              "A: \x1b[1m\nB:\nEND\nEND\n"},
+             {"A: \x1b\xC2\x9B\nEND # A:",
+              "the comment of this END names another object, but it closes object 'A: ?\?' of line "
+              "1",
+              "A: \x1b\xC2\x9B\nEND # A:\x1b\xC2\x9B"},
+             {"AA: " + longName + "\nEND # AA:",
+              "the comment of this END names another object, but it closes object 'AA: " +
+                  longName.substr(0, 72) + "...' of line 1",
+              "AA: " + longName + "\nEND # AA:" + longName},
+             {"A:\r\n  x=a\\", "object 'A' is never closed: its END is missing",
+              "A:\r\n  x=a\\\n\nEND\r\n"},
+             {"A:\nx=1\ry", "object 'A' is never closed: its END is missing", "A:\nx=1\ry\nEND\n"},
+             {"A:\r\nx=1", "object 'A' is never closed: its END is missing",
+              "A:\r\nx=1\r\nEND\r\n"},
+         }) {
         const auto problems = kiv::KDXCheck::check(text).problems;
         EXPECT_EQ(problems.front().message, message);
         EXPECT_EQ(kiv::applyEdits(text, problems.front().fix->edits), mended);
