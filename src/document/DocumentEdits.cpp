@@ -224,8 +224,7 @@ std::vector<Node> KDXDocument::addText(Where where, std::string_view text) {
     nodes.reserve(change.insertedStatements().size());
     const Index first = change.commit();
     const auto isAdded = [&](Index i) { return tree.at(i).serial == tree.at(first).serial; };
-    for (Index i = first; i != kNone && isAdded(i); i = tree.at(i).next)
-        nodes.push_back(impl->nodeOf(i));
+    for (Index i = first; i != kNone && isAdded(i); i = tree.at(i).next) impl->append(nodes, i);
     return nodes;
 }
 

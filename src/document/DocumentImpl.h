@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "document/StatementTree.h"
 
@@ -36,6 +37,13 @@ public:
     }
     Node nodeOrNone(detail::Index index) const {
         return index == detail::kNone ? Node::none : nodeOf(index);
+    }
+
+    /// Puts a node behind others. As an lvalue: emplace_back() returns a reference to a Node, with
+    /// which its mangled name begins, so that an instance of it counts as a name of this library.
+    void append(std::vector<Node>& nodes, detail::Index index) const {
+        const Node node = nodeOf(index);
+        nodes.push_back(node);
     }
 
     bool contains(Node node) const {

@@ -187,8 +187,7 @@ std::vector<Node> KDXDocument::findObjects(const KDXSteps& path) const {
     std::vector<Node> found;
     if (path.empty()) return {root()};
     PathWalk(impl->tree, path).run([&](const PathWalk::Step& step) {
-        if (step.isMatched && impl->tree.isObject(step.index))
-            found.push_back(impl->nodeOf(step.index));
+        if (step.isMatched && impl->tree.isObject(step.index)) impl->append(found, step.index);
         return true;
     });
     return found;
@@ -198,7 +197,7 @@ std::vector<Node> KDXDocument::findParameters(const KDXSteps& path, std::string_
     std::vector<Node> found;
     PathWalk(impl->tree, path).run([&](const PathWalk::Step& step) {
         if (step.isMatched && detail::isParameter(impl->tree, step.index, name))
-            found.push_back(impl->nodeOf(step.index));
+            impl->append(found, step.index);
         return true;
     });
     return found;
