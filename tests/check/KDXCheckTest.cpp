@@ -258,3 +258,18 @@ TEST(KDXCheck, HasEveryRuleDocumented) {
 }
 
 }  // namespace
+
+TEST(KDXCheck, showsTextsInMessagesForWhatTheyAre) {
+    for (const std::string name :
+         {"\x01", "\x7F", "\xC2\x9B", "\xE2\x80\xAE", "\xFF", "\xC2", "\xC3\xA4"}) {
+        std::string text = "A: ";
+        for (int i = 0; i < 100; ++i) text += name;
+        text += "\nEND\n";
+        for (const auto& problem : kiv::KDXCheck::check(text + text).problems) {
+            EXPECT_LT(problem.message.size(), 200U) << name;
+            EXPECT_TRUE(kiv::findNoUtf8(name) == 0 ||
+                        kiv::findNoUtf8(problem.message) == std::string::npos);
+            for (const char c : problem.message) EXPECT_GE(static_cast<unsigned char>(c), 0x20U);
+        }
+    }
+}

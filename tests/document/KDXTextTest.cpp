@@ -16,3 +16,13 @@ TEST(ApplyEdits, makesReplacementsInOrder) {
     EXPECT_EQ(failure({{1, 2, ""}, {2, 0, ""}}),
               "KDXText::applyEdits (4): The edits overlap or are out of order.");
 }
+
+TEST(FindNoUtf8, knowsEveryFormOfCharacter) {
+    for (const char* text : {"", "a", "\xC3\xA4", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEF\xBF\xBF",
+                             "\xF0\x90\x80\x80", "\xF1\x80\x80\x80", "\xF4\x8F\xBF\xBF"})
+        EXPECT_EQ(kiv::findNoUtf8(text), std::string::npos) << text;
+    for (const char* text : {"\x80", "\xC1\x80", "\xC3", "\xC3z", "\xE0\x80\x80", "\xE2\x82z",
+                             "\xE2\xC0\x80", "\xED\xA0\x80", "\xF0\x80\x80\x80", "\xF1\x80\x80z",
+                             "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"})
+        EXPECT_EQ(kiv::findNoUtf8(std::string("a") + text), 1U) << text;
+}
