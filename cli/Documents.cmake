@@ -20,7 +20,8 @@ install(FILES ${documents}/kdx.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/ve
 
 kdx_add_document(kdx.1 manual)
 install(FILES ${documents}/kdx.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-foreach(command IN ITEMS check completion diff find fmt get manual map split strip tree write)
+string(TOLOWER "${commands}" commandNames)
+foreach(command IN LISTS commandNames)
     kdx_add_document(kdx-${command}.1 manual ${command})
     install(FILES ${documents}/kdx-${command}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()

@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "Commands.h"
-#include "Output.h"
 #include "Version.h"
+#include "io/Output.h"
 
 namespace kdx {
 namespace {
@@ -71,9 +71,7 @@ int runCommands(int argc, char** argv) {
         settings.outputColor = colorOn(color, outputIsTerminal());
         settings.errorColor = colorOn(color, errorIsTerminal());
     });
-    for (const auto add : {addCheck, addFmt, addMap, addWrite, addGet, addFind, addSplit, addStrip,
-                           addTree, addDiff, addCompletion, addManual})
-        add(program);
+    for (const auto add : kCommands) add(program);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

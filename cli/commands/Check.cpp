@@ -1,9 +1,9 @@
 #include <kiv/KDXCheck.h>
 
 #include "Commands.h"
-#include "Findings.h"
-#include "Source.h"
-#include "Work.h"
+#include "io/Source.h"
+#include "messages/Findings.h"
+#include "work/Work.h"
 
 namespace kdx {
 namespace {

@@ -1,6 +1,6 @@
 #include "Commands.h"
-#include "Outline.h"
-#include "Output.h"
+#include "arguments/Outline.h"
+#include "io/Output.h"
 
 namespace kdx {
 namespace {

@@ -8,10 +8,10 @@
 #include <utility>
 
 #include "Commands.h"
-#include "JsonText.h"
-#include "Output.h"
-#include "ReadChecked.h"
-#include "Utf8Check.h"
+#include "io/Output.h"
+#include "maps/Utf8Check.h"
+#include "text/JsonText.h"
+#include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {

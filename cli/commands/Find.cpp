@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "Commands.h"
-#include "JsonText.h"
-#include "ReadChecked.h"
+#include "text/JsonText.h"
+#include "text/ShownText.h"
+#include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {

@@ -1,9 +1,9 @@
 #include <kiv/KDXFormatting.h>
 
 #include "Commands.h"
-#include "ReadChecked.h"
-#include "ReplaceFile.h"
-#include "UnifiedDiff.h"
+#include "io/ReplaceFile.h"
+#include "text/UnifiedDiff.h"
+#include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {

@@ -5,9 +5,10 @@
 #include <string>
 
 #include "Commands.h"
-#include "JsonText.h"
-#include "MapText.h"
-#include "ReadChecked.h"
+#include "maps/MapText.h"
+#include "text/JsonText.h"
+#include "text/ShownText.h"
+#include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {

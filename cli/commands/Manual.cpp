@@ -1,7 +1,7 @@
 #include "Commands.h"
-#include "Outline.h"
-#include "Output.h"
 #include "Version.h"
+#include "arguments/Outline.h"
+#include "io/Output.h"
 
 namespace kdx {
 namespace {

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "Commands.h"
-#include "MapText.h"
-#include "ReadChecked.h"
-#include "Utf8Check.h"
+#include "maps/MapText.h"
+#include "maps/Utf8Check.h"
+#include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {

@@ -3,9 +3,9 @@
 #include <string>
 
 #include "Commands.h"
-#include "JsonText.h"
-#include "Source.h"
-#include "Work.h"
+#include "io/Source.h"
+#include "text/JsonText.h"
+#include "work/Work.h"
 
 namespace kdx {
 namespace {

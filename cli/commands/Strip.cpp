@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "Commands.h"
-#include "ReadChecked.h"
+#include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {

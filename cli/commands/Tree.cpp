@@ -8,8 +8,9 @@
 #include <vector>
 
 #include "Commands.h"
-#include "Diagnostics.h"
-#include "ReadChecked.h"
+#include "messages/Diagnostics.h"
+#include "text/ShownText.h"
+#include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {

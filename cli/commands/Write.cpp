@@ -3,11 +3,12 @@
 #include <algorithm>
 
 #include "Commands.h"
-#include "Diagnostics.h"
-#include "MapCheck.h"
-#include "MapText.h"
-#include "Source.h"
-#include "Work.h"
+#include "io/Source.h"
+#include "maps/MapCheck.h"
+#include "maps/MapText.h"
+#include "messages/Diagnostics.h"
+#include "text/ShownText.h"
+#include "work/Work.h"
 
 namespace kdx {
 namespace {

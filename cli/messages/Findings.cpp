@@ -1,4 +1,5 @@
 #include "Findings.h"
+#include "text/ShownText.h"
 
 #include <algorithm>
 #include <utility>

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "Findings.h"
+#include "messages/Findings.h"
 
 namespace kdx {
 

@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "ReplaceFile.h"
-#include "Status.h"
+#include "base/Status.h"
 
 namespace kdx {
 namespace {

@@ -11,7 +11,7 @@
 #include <system_error>
 #include <utility>
 
-#include "Status.h"
+#include "base/Status.h"
 
 namespace kdx {
 namespace {

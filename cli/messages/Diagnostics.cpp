@@ -1,11 +1,11 @@
 #include "Diagnostics.h"
 
-#include "JsonText.h"
+#include "text/JsonText.h"
+#include "text/ShownText.h"
 
 namespace kdx {
 namespace {
 
-constexpr std::size_t kShownLength = 80;
 constexpr std::size_t kLineLength = 160;  // of a line under its message
 constexpr std::size_t kLineLead = 80;     // of that, in front of the caret
 
@@ -29,27 +29,6 @@ const char* colorOf(Severity severity) {
         case Severity::note: return "\033[1;36m";
     }
     return "";
-}
-
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-}
-
-bool continuesCharacter(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
-/// The line with every control character made one visible column wide.
-std::string printable(std::string_view text) {
-    std::string result;
-    for (const char c : text) result += c == '\t' ? ' ' : isControl(c) ? '?' : c;
-    return result;
-}
-
-/// Moves a cut off the middle of a UTF-8 character.
-std::size_t characterBegin(std::string_view text, std::size_t offset) {
-    while (offset > 0 && offset < text.size() && continuesCharacter(text[offset])) --offset;
-    return offset;
 }
 
 std::string_view withoutReturn(std::string_view line) {
@@ -110,27 +89,6 @@ void appendProblem(std::string& out, std::string_view file, const Problem& probl
 void appendTrouble(std::string& out, std::string_view file, std::string_view text,
                    const Settings& settings) {
     appendProblem(out, file, {Severity::error, "trouble", {}, std::string(text)}, settings);
-}
-
-std::string shown(std::string_view text) {
-    if (text.size() <= kShownLength) return printable(text);
-    return printable(text.substr(0, characterBegin(text, kShownLength - 3))) + "...";
-}
-
-std::string shownName(std::string_view name) {
-    return name.empty() ? "\"\"" : shown(name);
-}
-
-std::string describedByte(char c) {
-    if (c == '\t') return "a tab";
-    if (c >= ' ' && c <= '~') return {'\'', c, '\''};
-    constexpr const char* kDigits = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(c);
-    return std::string("the byte 0x") + kDigits[byte / 16] + kDigits[byte % 16];
-}
-
-std::string counted(std::size_t count, std::string_view noun) {
-    return std::to_string(count).append(1, ' ').append(noun).append(count == 1 ? "" : "s");
 }
 
 }  // namespace kdx

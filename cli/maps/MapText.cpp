@@ -2,10 +2,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include "Diagnostics.h"
-#include "JsonText.h"
-#include "Output.h"
-#include "Status.h"
+#include "base/Status.h"
+#include "io/Output.h"
+#include "messages/Diagnostics.h"
+#include "text/JsonText.h"
+#include "text/ShownText.h"
 
 namespace kdx {
 namespace {

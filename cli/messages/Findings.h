@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Diagnostics.h"
-#include "Settings.h"
-#include "Source.h"
+#include "base/Settings.h"
+#include "io/Source.h"
 
 namespace kdx {
 

@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "Findings.h"
-#include "Source.h"
 #include "Work.h"
+#include "io/Source.h"
+#include "messages/Findings.h"
 
 namespace kdx {
 

@@ -2,7 +2,7 @@
 
 #include <kiv/StringMapMap.h>
 
-#include "Findings.h"
+#include "messages/Findings.h"
 
 namespace kdx {
 

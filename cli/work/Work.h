@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "Settings.h"
-#include "Source.h"
-#include "Status.h"
+#include "FileList.h"
+#include "base/Settings.h"
+#include "base/Status.h"
 
 namespace kdx {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "Settings.h"
-#include "Status.h"
+#include "base/Settings.h"
+#include "base/Status.h"
 
 namespace CLI {
 class App;

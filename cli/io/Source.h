@@ -2,10 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
-
-#include "Settings.h"
-#include "Status.h"
 
 namespace kdx {
 
@@ -31,17 +27,5 @@ std::string displayName(const std::string& argument);
 
 /// Reads a file, or the standard input. @throws Trouble when that fails, or for a directory.
 Source readSource(const std::string& argument);
-
-/// The files that a command is to work on.
-struct FileList {
-    std::vector<std::string> files;
-    std::string diagnostics;  ///< about arguments that could not be followed
-    Status status = Status::fine;
-};
-
-/// Makes file arguments a list of files: none is the standard input, a directory the files in it
-/// and below it whose names end in ".kdx", by name.
-/// @throws Trouble when the standard input is named twice.
-FileList listFiles(const std::vector<std::string>& arguments, const Settings& settings);
 
 }  // namespace kdx

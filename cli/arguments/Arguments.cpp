@@ -2,7 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Source.h"
+#include "io/Source.h"
 
 namespace kdx {
 namespace {

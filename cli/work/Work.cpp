@@ -11,9 +11,10 @@
 
 #include <kiv/Error.h>
 
-#include "Diagnostics.h"
-#include "Output.h"
-#include "Source.h"
+#include "io/Output.h"
+#include "io/Source.h"
+#include "messages/Diagnostics.h"
+#include "text/ShownText.h"
 
 namespace kdx {
 namespace {
@@ -46,17 +47,17 @@ Outcome guarded(const Work& work, const std::string& file, std::size_t index,
 
 /// The outcomes of the files, taken in order. Of several jobs, each has a thread; a single one
 /// needs none, and its memory comes cheaper on the program's own.
-class Workshop {
+class WorkerPool {
 public:
-    Workshop(const std::vector<std::string>& allFiles, const Settings& givenSettings,
-             const Work& givenWork)
+    WorkerPool(const std::vector<std::string>& allFiles, const Settings& givenSettings,
+               const Work& givenWork)
         : files(allFiles), settings(givenSettings), work(givenWork), outcomes(files.size()) {
         const std::size_t count = std::min(settings.jobs, files.size());
         for (std::size_t i = 0; count > 1 && i < count; ++i)
             threads.emplace_back([this] { run(); });
     }
 
-    ~Workshop() {
+    ~WorkerPool() {
         {
             const std::lock_guard lock(mutex);
             begun = files.size();
@@ -66,8 +67,8 @@ public:
         for (std::thread& thread : threads) thread.join();
     }
 
-    Workshop(const Workshop&) = delete;
-    Workshop& operator=(const Workshop&) = delete;
+    WorkerPool(const WorkerPool&) = delete;
+    WorkerPool& operator=(const WorkerPool&) = delete;
 
     /// The outcome of the next file.
     Outcome take() {
@@ -175,10 +176,10 @@ Status workOnFiles(const FileList& list, const Settings& settings, const Work& w
                    const Then& then) {
     writeError(list.diagnostics);
     Status status = list.status;
-    Workshop workshop(list.files, settings, work);
+    WorkerPool workers(list.files, settings, work);
     Progress progress(list.files);
     for (std::size_t index = 0; index < list.files.size(); ++index) {
-        const Outcome outcome = workshop.take();
+        const Outcome outcome = workers.take();
         progress.finishFile(outcome);
         if (then) then(index);
         status = worse(status, outcome.status);

@@ -1,4 +1,5 @@
 #include "Utf8Check.h"
+#include "text/ShownText.h"
 
 #include <kiv/KDXReader.h>
 #include <kiv/KDXText.h>

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <system_error>
 
-#include "Status.h"
+#include "base/Status.h"
 
 namespace kdx {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "Settings.h"
+#include "base/Settings.h"
 
 namespace kdx {
 
@@ -44,18 +44,5 @@ void appendProblem(std::string& out, std::string_view file, const Problem& probl
 /// The same for trouble with a file as a whole.
 void appendTrouble(std::string& out, std::string_view file, std::string_view text,
                    const Settings& settings);
-
-/// Text from a file, fit for a message on a terminal: control characters made visible, a long text
-/// cut.
-std::string shown(std::string_view text);
-
-/// The same for a name, which may be empty.
-std::string shownName(std::string_view name);
-
-/// "'c'", "a tab", "the byte 0xC3".
-std::string describedByte(char c);
-
-/// "1 file", "2 files".
-std::string counted(std::size_t count, std::string_view noun);
 
 }  // namespace kdx

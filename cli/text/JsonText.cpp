@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "Diagnostics.h"
-#include "Status.h"
+#include "ShownText.h"
+#include "base/Status.h"
 
 namespace kdx {
 namespace {

@@ -5,7 +5,8 @@
 #include <kiv/KDXPath.h>
 #include <kiv/MiniKDXParser.h>
 
-#include "Diagnostics.h"
+#include "messages/Diagnostics.h"
+#include "text/ShownText.h"
 
 namespace kdx {
 namespace {

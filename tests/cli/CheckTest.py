@@ -1,0 +1,65 @@
+#!/usr/bin/env python3
+"""kdx check, and what every command says of files that are not right."""
+
+
+import kdx_test
+from kdx_test import CANNOT_STAND, SAMPLE, KdxTest
+
+
+class Check(KdxTest):
+    def test_problems(self):
+        for text, *problems in [
+            (SAMPLE,), ("",), ("A:\r\nEND\r\n",),
+            ("A:\n x\\\n  y\\\n   z-\nEND\n", "4:5: error: unknown syntax: '-'"),
+            ("END\nx = 1\n", "1:1: error: END closes nothing", "2:1: error: parameter 'x'"),
+            ("A:\n x = 1 # c \\\n 2\nEND\n", "2:8: warning: the comment swallows"),
+            (b"\xef\xbb\xbfA:\n-\nEND\n", "1:1: warning: byte order mark", "2:1: error"),
+            ("A:\n-\0\nEND\n", "2:1: error: unknown", "2:2: warning: NUL byte"),
+        ]:
+            self.expect_problems("check", text, int(" error" in "".join(problems)), *problems)
+
+    def test_layout(self):
+        text = "A:\n\tpré = 1 -\n\tgain -> 3\nEND\n"
+        for lines in [text, text.replace("\n", "\r\n")]:
+            self.expect(
+                "check --max-errors 1", lines, "", 1, "<stdin>:2:4: error: unknown syntax: the "
+                "byte 0xC3" + CANNOT_STAND + " pré = 1 -\n   ^\n<stdin>: note: 1 more problem not "
+                "shown (--max-errors 0 shows all)\n")
+        self.expect("check --json --strict", "A:\n", "", 1,
+                    '{"file":"<stdin>","line":1,"column":1,"severity":"warning",'
+                    '"rule":"never-closed","message":"object \'A\' is never closed: its END '
+                    'is missing"}\n')
+        _, _, errors = self.run_kdx("check --color always", "A:\n" + 999 * "a" + "-\nEND\n")
+        self.assertIn("\033[1;31merror:\033[0m unknown", errors)
+        self.assertLess(len(errors), 500)
+        _, _, many = self.run_kdx("fmt", 101 * "-\n")
+        self.assertTrue(many.endswith("1 more problem not shown (kdx check --max-errors 0 shows "
+                                      "all)\n"), many)
+
+    def test_nesting_limit(self):
+        for depth in [1000, 1001, 100000]:
+            text = depth * "A:\n" + depth * "END\n"
+            problems = ["1001:1: error: objects are nested deeper"] * (depth > 1000)
+            self.expect_problems("check", text, len(problems), *problems)
+            self.assertEqual(self.run_kdx("map", text)[0], 2 * len(problems))
+
+    def test_files(self):
+        self.write({"good": SAMPLE, "bad": "-\n", "dir/b/x.kdx": "-\n", "dir/a": "-\n"})
+        (self.folder / "empty").mkdir()
+        (self.folder / "dir/loop").symlink_to("loop")
+        (self.folder / "dir/gone.kdx").symlink_to("nothing")
+        place = ":1:1: error: unknown syntax: '-'" + CANNOT_STAND + "-\n^\n"
+        for arguments, status, errors in [
+            ("good /dev/null", 0, ""), ("dir good", 1, "dir/b/x.kdx" + place),
+            ("-j 1 bad missing good bad", 2, "bad" + place + "missing: error: cannot be read: No "
+             "such file or directory\nbad" + place),
+            ("empty", 2, "empty: error: is a directory without *.kdx files\n"),
+            ("/dev/full", 2, "/dev/full: error: is a device that seems never to end: copy what is "
+             "wanted of it to a file\n"),
+            ("- -", 2, "kdx: the standard input (-) can be read only once\n"),
+        ]:
+            self.expect("check " + arguments, "", "", status, errors)
+
+
+if __name__ == "__main__":
+    kdx_test.main()

@@ -1,0 +1,119 @@
+#!/usr/bin/env python3
+"""kdx fmt, and how a file is changed in its place."""
+
+import os
+import random
+import shutil
+import subprocess
+import time
+import unittest
+
+import kdx_test
+from kdx_test import FORMATTED, KDX, SAMPLE, UGLY, KdxTest
+
+
+class Fmt(KdxTest):
+    def test_refusals(self):
+        text = "A:\n-\nEND\n"
+        self.write({"file": text})
+        self.expect_problems("fmt -i file", "", 2, "2:1: error: unknown syntax")
+        self.assertEqual(self.read("file"), text)
+        self.assertEqual(self.run_kdx("fmt", 1001 * "A:\n")[0], 0)
+
+    def test_modes(self):
+        longest = 255 * "n"
+        self.write({"ugly": UGLY, "good": FORMATTED, longest: UGLY})
+        for arguments, *result in [
+            ("--check good",), ("--check ugly good", "ugly\n", 1), ("--diff good",),
+            ("good ugly", FORMATTED + FORMATTED), ("-i /dev/null",),
+            ("-i -", "", 2, "<stdin>: error: cannot be formatted in place: leave out -i, or name a "
+             "file\n"),
+            ("-i . missing", "", 2, ".: error: is a directory without *.kdx files\n"
+             "missing: error: cannot be read: No such file or directory\n"),
+            ("-i ugly good",), ("--check ugly good",),
+            (f"-i {longest}",), (f"--check {longest}",),
+        ]:
+            self.expect("fmt " + arguments, "", *result)
+
+    @unittest.skipUnless(shutil.which("git"), "needs git to apply patches")
+    def test_diff_is_a_patch(self):
+        source = random.Random(7)
+        for _ in range(20):
+            text = "".join(source.choice(["x = 1\n", "  x = 1\n", "A:\n"]) for _ in range(40))
+            text = text[:source.choice([len(text), -1])]
+            self.write({"file": text})
+            _, patch, _ = self.run_kdx("fmt --diff file")
+            _, formatted, _ = self.run_kdx("fmt file")
+            done = subprocess.run(["git", "apply", "-p0"], input=patch.encode(), cwd=self.folder,
+                                  stderr=subprocess.PIPE) if patch else None
+            self.assertEqual(self.read("file"), formatted, (text, patch, done))
+        self.write({"a b": UGLY})
+        self.assertIn("--- a b\t\n+++ a b\t\n@@", self.run_kdx("fmt --diff 'a b'")[1])
+
+    def test_in_place(self):
+        self.write({"a": UGLY, "b": "\ufeffA:\r\nx=1\r\nEND\r\n"})
+        self.expect("fmt -i a b")
+        self.assertEqual(self.read("a"), FORMATTED)
+        self.assertEqual(self.read("b"), "\ufeffA:\r\n  x = 1\r\nEND\r\n")
+        self.assertEqual(sorted(os.listdir(self.folder)), ["a", "b"])
+
+    def test_in_place_without_error_stream(self):
+        """No message gets into a file that takes the number of the stream."""
+        files = {f"d/{i}.kdx": "-\n" if i % 2 else 1000 * UGLY for i in range(200)}
+        self.write(files)
+        closed = ["sh", "-c", 'exec "$@" 2>&-', "sh"]
+        self.assertEqual(self.run_kdx("fmt -i -j 4 d", prefix=closed)[0], 2)
+        self.assertEqual({self.read(name) for name in files}, {"-\n", 1000 * FORMATTED})
+
+    def test_in_place_keeps_mode_owner_and_link(self):
+        self.write({"real/file": UGLY})
+        real, link = self.folder / "real/file", self.folder / "link"
+        link.symlink_to("real/file")
+        real.chmod(0o640)
+        if os.geteuid() == 0:
+            os.chown(real, 1234, 4321)
+        before = real.stat()
+        self.expect("fmt -i link")
+        self.assertEqual((link.is_symlink(), self.read("real/file")), (True, FORMATTED))
+        for kept in ["st_mode", "st_uid", "st_gid"]:
+            self.assertEqual(getattr(real.stat(), kept), getattr(before, kept), kept)
+        self.assertEqual(os.listdir(real.parent), ["file"])
+
+    def test_folders_and_files_without_permission(self):
+        capabilities = "-dac_override,-dac_read_search"  # with which root passes permissions by
+        prefix = ["setpriv", f"--bounding-set={capabilities}", f"--inh-caps={capabilities}"]
+        self.write({"closed/a_kdx": UGLY, "secret": UGLY})
+        for name, mode in [("secret", 0), ("closed/a_kdx", 0o666), ("closed", 0o555)]:
+            (self.folder / name).chmod(mode)
+        self.addCleanup((self.folder / "closed").chmod, 0o777)
+        for arguments, message in [
+            ("fmt -i closed/a_kdx", "closed/a_kdx: error: cannot be replaced: a new file beside "
+             "it: Permission denied\n"),
+            ("map secret", "secret: error: cannot be read: Permission denied\n"),
+            ("get closed /A", "closed: error: is a directory, not a file\n"),
+        ]:
+            done = self.run_kdx(arguments, prefix=prefix if os.geteuid() == 0 else ())
+            self.assertEqual(done, (2, "", message))
+        self.assertEqual(self.read("closed/a_kdx"), UGLY)
+
+    def test_killed_at_any_moment(self):
+        """Every file is whole whenever the process dies: as it was, or as it was to become."""
+        old = UGLY + 300 * "A:\nx = 1\nEND\n"
+        new = FORMATTED + 300 * "A:\n  x = 1\nEND\n"
+        files = {f"d/{i}.kdx": old for i in range(300)}
+        source = random.Random(3)
+        half_done = 0
+        for _ in range(12):
+            self.write(files)
+            running = subprocess.Popen([*KDX, "fmt", "-i", "d"], cwd=self.folder)
+            time.sleep(source.uniform(0, 0.15))
+            running.kill()
+            running.wait()
+            contents = {self.read(name) for name in files}
+            self.assertLessEqual(contents, {old, new})
+            half_done += len(contents) == 2
+        self.assertGreater(half_done, 0)
+
+
+if __name__ == "__main__":
+    kdx_test.main()
