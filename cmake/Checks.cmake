@@ -1,18 +1,20 @@
 # Tests of the project as a whole.
 
-if(WIN32)
-    set(exportingFile $<TARGET_LINKER_FILE:KIVKDXParseUtilities>)
-else()
-    set(exportingFile $<TARGET_FILE:KIVKDXParseUtilities>)
-    set(nmOptions --dynamic)
+if(BUILD_SHARED_LIBS)
+    if(WIN32)
+        set(exportingFile $<TARGET_LINKER_FILE:KIVKDXParseUtilities>)
+    else()
+        set(exportingFile $<TARGET_FILE:KIVKDXParseUtilities>)
+        set(nmOptions --dynamic)
+    endif()
+    get_filename_component(binutils ${CMAKE_NM} DIRECTORY)
+    find_program(KIV_CXXFILT NAMES c++filt HINTS ${binutils})
+    add_test(NAME exports
+        COMMAND ${CMAKE_COMMAND} -D NM=${CMAKE_NM} -D NM_OPTIONS=${nmOptions}
+            -D CXXFILT=${KIV_CXXFILT} -D LIBRARY=${exportingFile}
+            -D LIST=${PROJECT_SOURCE_DIR}/cmake/exports.txt
+            -P ${PROJECT_SOURCE_DIR}/cmake/CheckExports.cmake)
 endif()
-get_filename_component(binutils ${CMAKE_NM} DIRECTORY)
-find_program(KIV_CXXFILT NAMES c++filt HINTS ${binutils})
-add_test(NAME exports
-    COMMAND ${CMAKE_COMMAND} -D NM=${CMAKE_NM} -D NM_OPTIONS=${nmOptions}
-        -D CXXFILT=${KIV_CXXFILT} -D LIBRARY=${exportingFile}
-        -D LIST=${PROJECT_SOURCE_DIR}/cmake/exports.txt
-        -P ${PROJECT_SOURCE_DIR}/cmake/CheckExports.cmake)
 
 if(CMAKE_CROSSCOMPILING)
     return()

@@ -18,6 +18,9 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
     BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${pkgConfigDir} OUTPUT_VARIABLE pathToPrefix)
 cmake_path(APPEND libraryDir "\${prefix}" ${CMAKE_INSTALL_LIBDIR})
 cmake_path(APPEND includeDir "\${prefix}" ${CMAKE_INSTALL_INCLUDEDIR})
+if(NOT BUILD_SHARED_LIBS)
+    set(staticDefine " -DKIVKDXPARSEUTILITIES_STATIC_DEFINE")
+endif()
 configure_file(cmake/KIVKDXParseUtilities.pc.in KIVKDXParseUtilities.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/KIVKDXParseUtilities.pc DESTINATION ${pkgConfigDir})
 
