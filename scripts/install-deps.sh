@@ -5,16 +5,18 @@
 #   scripts/install-deps.sh check      that, and what .ci/run needs besides
 #   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
+#   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
 set -eu
 
 packages="g++ cmake ninja-build pkg-config python3 \
     libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev"
 case "${1-}" in
     '') ;;
-    check) packages="$packages clang clang-tidy clang-format gcovr valgrind" ;;
+    check) packages="$packages clang clang-tidy clang-format gcovr valgrind abigail-tools" ;;
     windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
-    *) echo "usage: $0 [check | windows | platforms]" >&2; exit 2 ;;
+    packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
+    *) echo "usage: $0 [check | windows | platforms | packages]" >&2; exit 2 ;;
 esac
 
 log=$(mktemp)
