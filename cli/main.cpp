@@ -17,6 +17,9 @@ constexpr const char* kColorAlways = "always";
 constexpr const char* kColorNever = "never";
 constexpr std::size_t kMaxJobs = 1024;
 
+/// What shells say of a program that a closed pipe ended.
+constexpr int kClosedStatus = 141;
+
 constexpr const char* kDescription =
     "Checks, formats, searches, converts and compares KDX, a line-oriented, hierarchical command\n"
     "language.";
@@ -24,7 +27,7 @@ constexpr const char* kDescription =
 constexpr const char* kFooter =
     "Without FILE, or with - for it, commands read the standard input.\n\n"
     "Exit status: 0 fine; 1 findings, or would change, differs, not there; 2 trouble with the\n"
-    "arguments, the input or the output.\n\n"
+    "arguments, the input or the output; 141 the reader of the output has closed the pipe.\n\n"
     "Example:\n  kdx check configs/ && kdx map configs/set-up.kdx";
 
 bool colorOn(const std::string& when, bool isTerminal) {
@@ -91,6 +94,8 @@ int main(int argc, char** argv) {
     try {
         kdx::prepareStreams();
         return kdx::runCommands(argc, argv);
+    } catch (const kdx::OutputClosed&) {
+        return kdx::kClosedStatus;
     } catch (const std::exception& error) {
         kdx::writeError(std::string("kdx: ") + error.what() + '\n');
         return static_cast<int>(kdx::Status::trouble);

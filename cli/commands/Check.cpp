@@ -20,7 +20,8 @@ Outcome checkFile(const std::string& file, const Options& options, const Setting
         kiv::KDXCheck::check(source.buffer, checkOptions(settings, options.maxErrors));
     Findings findings(source, report);
     Outcome outcome;
-    findings.append(outcome.diagnostics, source.name, settings, "--max-errors 0 shows all");
+    findings.append(outcome.results, source.name, outputStyle(settings),
+                    "--max-errors 0 shows all");
     if (findings.errors() > 0 || (options.strict && findings.warnings() > 0))
         outcome.status = Status::findings;
     return outcome;
@@ -43,7 +44,10 @@ void addCheck(Program& program) {
         .number("--max-errors N", options.maxErrors, 0, kMaxCount,
                 "Errors, and as many warnings, to show for a file; 0 shows all")
         .showDefault();
-    command.footer("Example:\n  kdx check --strict configs/ extra.kdx");
+    command.footer(
+        "What is found goes to the standard output, what cannot be read to the standard error\n"
+        "stream.\n\n"
+        "Example:\n  kdx check --strict configs/ extra.kdx");
 }
 
 }  // namespace kdx

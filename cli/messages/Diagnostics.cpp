@@ -73,6 +73,10 @@ void appendForPrograms(std::string& out, std::string_view file, const Problem& p
     out += '\n';
 }
 
+Format formatOf(const Settings& settings) {
+    return settings.json ? Format::json : Format::text;
+}
+
 }  // namespace
 
 Place placeIn(std::string_view text, const kiv::KDXPlace& place) {
@@ -80,10 +84,25 @@ Place placeIn(std::string_view text, const kiv::KDXPlace& place) {
     return {place.line, place.column, text.substr(begin, text.find('\n', begin) - begin)};
 }
 
+MessageStyle errorStyle(const Settings& settings) {
+    return {formatOf(settings), settings.errorColor};
+}
+
+MessageStyle outputStyle(const Settings& settings) {
+    return {formatOf(settings), settings.outputColor};
+}
+
+void appendProblem(std::string& out, std::string_view file, const Problem& problem,
+                   MessageStyle style) {
+    switch (style.format) {
+        case Format::text: return appendForPeople(out, file, problem, style.color);
+        case Format::json: return appendForPrograms(out, file, problem);
+    }
+}
+
 void appendProblem(std::string& out, std::string_view file, const Problem& problem,
                    const Settings& settings) {
-    if (settings.json) return appendForPrograms(out, file, problem);
-    appendForPeople(out, file, problem, settings.errorColor);
+    appendProblem(out, file, problem, errorStyle(settings));
 }
 
 void appendTrouble(std::string& out, std::string_view file, std::string_view text,

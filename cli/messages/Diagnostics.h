@@ -30,7 +30,21 @@ struct Problem {
     std::string text;
 };
 
-/// Appends a problem to `out` as the settings ask: for people
+enum class Format { text, json };
+
+/// How problems are shown.
+struct MessageStyle {
+    Format format = Format::text;
+    bool color = false;
+};
+
+/// The style of the standard error stream.
+MessageStyle errorStyle(const Settings& settings);
+
+/// The style of the standard output.
+MessageStyle outputStyle(const Settings& settings);
+
+/// Appends a problem to `out`: for people
 ///
 ///     FILE:LINE:COLUMN: error: TEXT [RULE]
 ///     the line
@@ -38,6 +52,10 @@ struct Problem {
 ///
 /// or as one JSON object on a line. Without a line, the place is FILE alone, and the
 /// rule is not shown.
+void appendProblem(std::string& out, std::string_view file, const Problem& problem,
+                   MessageStyle style);
+
+/// The same in the style of the standard error stream.
 void appendProblem(std::string& out, std::string_view file, const Problem& problem,
                    const Settings& settings);
 

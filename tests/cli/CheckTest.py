@@ -22,14 +22,14 @@ class Check(KdxTest):
         text = "A:\n\tpré = 1 -\n\tgain -> 3\nEND\n"
         for lines in [text, text.replace("\n", "\r\n")]:
             self.expect(
-                "check --max-errors 1", lines, "", 1, "<stdin>:2:4: error: unknown syntax: the "
-                "byte 0xC3" + CANNOT_STAND + " pré = 1 -\n   ^\n<stdin>: note: 1 more problem not "
-                "shown (--max-errors 0 shows all)\n")
-        self.expect("check --json --strict", "A:\n", "", 1,
+                "check --max-errors 1", lines, "<stdin>:2:4: error: unknown syntax: the byte 0xC3" +
+                CANNOT_STAND + " pré = 1 -\n   ^\n<stdin>: note: 1 more problem not "
+                "shown (--max-errors 0 shows all)\n", 1)
+        self.expect("check --json --strict", "A:\n",
                     '{"file":"<stdin>","line":1,"column":1,"severity":"warning",'
                     '"rule":"never-closed","message":"object \'A\' is never closed: its END '
-                    'is missing"}\n')
-        _, _, errors = self.run_kdx("check --color always", "A:\n" + 999 * "a" + "-\nEND\n")
+                    'is missing"}\n', 1)
+        _, errors, _ = self.run_kdx("check --color always", "A:\n" + 999 * "a" + "-\nEND\n")
         self.assertIn("\033[1;31merror:\033[0m unknown", errors)
         self.assertLess(len(errors), 500)
         _, _, many = self.run_kdx("fmt", 101 * "-\n")
@@ -49,16 +49,16 @@ class Check(KdxTest):
         (self.folder / "dir/loop").symlink_to("loop")
         (self.folder / "dir/gone.kdx").symlink_to("nothing")
         place = ":1:1: error: unknown syntax: '-'" + CANNOT_STAND + "-\n^\n"
-        for arguments, status, errors in [
-            ("good /dev/null", 0, ""), ("dir good", 1, "dir/b/x.kdx" + place),
-            ("-j 1 bad missing good bad", 2, "bad" + place + "missing: error: cannot be read: No "
-             "such file or directory\nbad" + place),
-            ("empty", 2, "empty: error: is a directory without *.kdx files\n"),
-            ("/dev/full", 2, "/dev/full: error: is a device that seems never to end: copy what is "
+        for arguments, status, output, errors in [
+            ("good /dev/null", 0, "", ""), ("dir good", 1, "dir/b/x.kdx" + place, ""),
+            ("-j 1 bad missing good bad", 2, 2 * ("bad" + place), "missing: error: cannot be read: "
+             "No such file or directory\n"),
+            ("empty", 2, "", "empty: error: is a directory without *.kdx files\n"),
+            ("/dev/full", 2, "", "/dev/full: error: is a device that seems never to end: copy what is "
              "wanted of it to a file\n"),
-            ("- -", 2, "kdx: the standard input (-) can be read only once\n"),
+            ("- -", 2, "", "kdx: the standard input (-) can be read only once\n"),
         ]:
-            self.expect("check " + arguments, "", "", status, errors)
+            self.expect("check " + arguments, "", output, status, errors)
 
 
 if __name__ == "__main__":
