@@ -60,6 +60,13 @@ class Check(KdxTest):
         ]:
             self.expect("check " + arguments, "", output, status, errors)
 
+    def test_without_room_for_threads(self):
+        self.write({f"d/{i}.kdx": "END\n" for i in range(20)})
+        prefix = ["sh", "-c", 'ulimit -v 40000; exec "$@"', "sh"]
+        if self.run_kdx("--version", prefix=prefix)[0] == 0:  # a sanitizer takes more
+            self.assertEqual(self.run_kdx("-j16 check d", prefix=prefix),
+                             self.run_kdx("-j1 check d"))
+
 
 if __name__ == "__main__":
     kdx_test.main()
