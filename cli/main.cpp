@@ -25,7 +25,9 @@ constexpr const char* kDescription =
     "language.";
 
 constexpr const char* kFooter =
-    "Without FILE, or with - for it, commands read the standard input.\n\n"
+    "Without FILE, or with - for it, commands read the standard input. A directory stands for the\n"
+    "*.kdx files in it and below it, apart from hidden ones and links. In a GLOB, * stands for\n"
+    "any text without a '/', ** for any text, ? for a character, [abc] for one of these.\n\n"
     "Exit status: 0 fine; 1 findings, or would change, differs, not there; 2 trouble with the\n"
     "arguments, the input or the output; 141 the reader of the output has closed the pipe.\n\n"
     "Example:\n  kdx check configs/ && kdx map configs/set-up.kdx";
@@ -51,6 +53,9 @@ void addSettings(CLI::App& app, Settings& settings, std::string& color) {
     arguments.flag("--json", settings.json, "Print diagnostics as one JSON object a line");
     arguments.number("-j,--jobs N", settings.jobs, 1, kMaxJobs,
                      "Files to work on at the same time");
+    arguments.texts("--exclude GLOB", settings.excludes,
+                    "Leave out of directories what has such a name; or, with a '/' in GLOB, such a "
+                    "path below the directory; may be given several times");
     arguments
         .number("--max-depth N", settings.maxDepth, 0, kMaxCount,
                 "Levels that objects may be nested; fmt and strip take any")

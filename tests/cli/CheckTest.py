@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """kdx check, and what every command says of files that are not right."""
 
+import json
 
 import kdx_test
 from kdx_test import CANNOT_STAND, SAMPLE, KdxTest
@@ -44,7 +45,7 @@ class Check(KdxTest):
             self.assertEqual(self.run_kdx("map", text)[0], 2 * len(problems))
 
     def test_files(self):
-        self.write({"good": SAMPLE, "bad": "-\n", "dir/b/x.kdx": "-\n", "dir/a": "-\n"})
+        self.write({"good": SAMPLE, "bad": "-\n", "dir/b/x.kdx": "-\n", "dir/a": "-\n", ".git/.x.kdx": ""})
         (self.folder / "empty").mkdir()
         (self.folder / "dir/loop").symlink_to("loop")
         (self.folder / "dir/gone.kdx").symlink_to("nothing")
@@ -53,12 +54,35 @@ class Check(KdxTest):
             ("good /dev/null", 0, "", ""), ("dir good", 1, "dir/b/x.kdx" + place, ""),
             ("-j 1 bad missing good bad", 2, 2 * ("bad" + place), "missing: error: cannot be read: "
              "No such file or directory\n"),
-            ("empty", 2, "", "empty: error: is a directory without *.kdx files\n"),
+            ("empty .git dir", 2, "dir/b/x.kdx" + place, "".join(
+                name + ": error: is a directory without *.kdx files\n" for name in ["empty", ".git"])),
             ("/dev/full", 2, "", "/dev/full: error: is a device that seems never to end: copy what is "
              "wanted of it to a file\n"),
             ("- -", 2, "", "kdx: the standard input (-) can be read only once\n"),
         ]:
             self.expect("check " + arguments, "", output, status, errors)
+
+    def test_folders(self):
+        names = ["a.kdx", "b/a.kdx", "b/c/é.kdx", ".h/a.kdx", ".h/.h.kdx", "b/.h/a.kdx", "b/x[1].kdx"]
+        self.write({"d/" + name: "\ufeff" for name in names})
+        (self.folder / "d/file.kdx").symlink_to("a.kdx")
+        (self.folder / "d/folder").symlink_to("b")
+        (self.folder / "link").symlink_to("d")
+        for arguments, *expected in [
+            ("d", "a.kdx", "b/a.kdx", "b/c/é.kdx", "b/x[1].kdx"), ("d/.h", ".h/a.kdx"),
+            ("d/folder", "folder/a.kdx", "folder/c/é.kdx", "folder/x[1].kdx"),
+            ("d/file.kdx --exclude '*'", "file.kdx"), ("d/.h/.h.kdx", ".h/.h.kdx"),
+            ("d --exclude 'b'", "a.kdx"), ("d --exclude '?.kdx'", "b/x[1].kdx"),
+            ("d --exclude 'b/*.kdx' --exclude 'x*'", "a.kdx", "b/c/é.kdx"),
+            ("d --exclude '**/[!b-z].k*x'", "a.kdx", "b/x[1].kdx"),
+            ("d --exclude 'b/**'", "a.kdx"), ("d --exclude 'b/*/?.kdx' --exclude a.kdx",
+                                              "b/x[1].kdx"),
+            ("d --exclude 'b/x[[]1]*' --exclude '[a]*'", "b/c/é.kdx"),
+        ]:
+            with self.subTest(arguments=arguments):
+                status, output, _ = self.run_kdx("check --json --strict " + arguments)
+                self.assertEqual((status, [json.loads(line)["file"] for line in output.splitlines()]),
+                                 (1, ["d/" + name for name in expected]))
 
     def test_without_room_for_threads(self):
         self.write({f"d/{i}.kdx": "END\n" for i in range(20)})
