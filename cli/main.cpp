@@ -34,6 +34,7 @@ constexpr const char* kFooter =
 
 bool colorOn(const std::string& when, bool isTerminal) {
     if (when != kColorAuto) return when == kColorAlways;
+    if (!terminalFollowsControls()) return false;
     const char* noColor = std::getenv("NO_COLOR");  // NOLINT(concurrency-mt-unsafe): one thread
     return isTerminal && (noColor == nullptr || *noColor == '\0');
 }

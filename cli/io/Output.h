@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <string_view>
 
@@ -25,5 +26,11 @@ void writeError(std::string_view text);
 bool inputIsTerminal();
 bool outputIsTerminal();
 bool errorIsTerminal();
+
+/// Whether the terminal follows control sequences, such as those for colours.
+bool terminalFollowsControls();
+
+/// The columns of the terminal that the standard error stream is; 80 when nobody knows.
+std::size_t errorWidth();
 
 }  // namespace kdx

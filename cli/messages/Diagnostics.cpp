@@ -41,7 +41,7 @@ void appendLineAndCaret(std::string& out, const Place& place, bool color) {
     const std::size_t begin = characterBegin(line, caret > kLineLength ? caret - kLineLead : 0);
     const std::size_t end = characterBegin(line, begin + kLineLength);
     const std::string_view window = line.substr(begin, end - begin);
-    out.append(printable(window)).append(1, '\n');
+    out.append(kiv::visibleText(window)).append(1, '\n');
     for (const char c : window.substr(0, caret - begin))
         if (!continuesCharacter(c)) out += ' ';
     out.append(color ? kGreen : "").append(1, '^').append(color ? kPlain : "").append(1, '\n');
@@ -49,7 +49,7 @@ void appendLineAndCaret(std::string& out, const Place& place, bool color) {
 
 void appendForPeople(std::string& out, std::string_view file, const Problem& problem, bool color) {
     const Place& place = problem.place;
-    out.append(color ? kBold : "").append(printable(file)).append(1, ':');
+    out.append(color ? kBold : "").append(kiv::visibleText(file)).append(1, ':');
     if (place.line > 0)
         out.append(std::to_string(place.line) + ':' + std::to_string(place.column) + ':');
     out.append(1, ' ').append(color ? colorOf(problem.severity) : "");

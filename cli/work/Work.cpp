@@ -133,7 +133,8 @@ bool isTyped(const std::vector<std::string>& files) {
 class Progress {
 public:
     explicit Progress(const std::vector<std::string>& allFiles) : files(allFiles) {
-        if (errorIsTerminal() && !isTyped(files)) thread = startThread([this] { run(); });
+        if (errorIsTerminal() && terminalFollowsControls() && !isTyped(files))
+            thread = startThread([this] { run(); });
     }
 
     ~Progress() {
@@ -163,8 +164,10 @@ private:
         auto pause = std::chrono::milliseconds(kQuietTime);
         const auto isDone = [this] { return done >= files.size(); };
         while (!changed.wait_for(lock, pause, isDone)) {
-            writeError("\r\033[Kkdx: " + std::to_string(done) + " of " +
-                       counted(files.size(), "file") + ", at " + shown(displayName(files[done])));
+            const std::string text = "kdx: " + std::to_string(done) + " of " +
+                                     counted(files.size(), "file") + ", at " +
+                                     shown(displayName(files[done]));
+            writeError("\r\033[K" + std::string(firstColumns(text, errorWidth() - 1)));
             visible = true;
             pause = kProgressTime;
         }

@@ -1,10 +1,18 @@
 #!/usr/bin/env python3
 """kdx check, and what every command says of files that are not right."""
 
+import fcntl
 import json
+import os
+import pty
+import re
+import struct
+import subprocess
+import termios
+import time
 
 import kdx_test
-from kdx_test import CANNOT_STAND, SAMPLE, KdxTest
+from kdx_test import CANNOT_STAND, KDX, SAMPLE, KdxTest
 
 
 class Check(KdxTest):
@@ -15,6 +23,10 @@ class Check(KdxTest):
             ("END\nx = 1\n", "1:1: error: END closes nothing", "2:1: error: parameter 'x'"),
             ("A:\n x = 1 # c \\\n 2\nEND\n", "2:8: warning: the comment swallows"),
             (b"\xef\xbb\xbfA:\n-\nEND\n", "1:1: warning: byte order mark", "2:1: error"),
+            *((start + "- x\n", "1:1: error: unknown syntax: " + shown + " cannot stand here")
+              for start, shown in [("日", "'日'"), ("\u202e", "the character U+202E"), ("\1",
+                                   "the byte 0x01"), ("\x85", "the character U+0085")]),
+            ("A:\nEND of it\nEND\n", "2:5: error: unknown syntax: nothing but a comment may stand"),
             ("A:\n-\0\nEND\n", "2:1: error: unknown", "2:2: warning: NUL byte"),
         ]:
             self.expect_problems("check", text, int(" error" in "".join(problems)), *problems)
@@ -23,7 +35,7 @@ class Check(KdxTest):
         text = "A:\n\tpré = 1 -\n\tgain -> 3\nEND\n"
         for lines in [text, text.replace("\n", "\r\n")]:
             self.expect(
-                "check --max-errors 1", lines, "<stdin>:2:4: error: unknown syntax: the byte 0xC3" +
+                "check --max-errors 1", lines, "<stdin>:2:4: error: unknown syntax: 'é'" +
                 CANNOT_STAND + " pré = 1 -\n   ^\n<stdin>: note: 1 more problem not "
                 "shown (--max-errors 0 shows all)\n", 1)
         self.expect("check --json --strict", "A:\n",
@@ -83,6 +95,22 @@ class Check(KdxTest):
                 status, output, _ = self.run_kdx("check --json --strict " + arguments)
                 self.assertEqual((status, [json.loads(line)["file"] for line in output.splitlines()]),
                                  (1, ["d/" + name for name in expected]))
+
+    def test_progress(self):
+        """Stays within the terminal's width, and away from one that does not follow it."""
+        os.mkfifo(self.folder / "slow")
+        for terminal, expected in [("xterm", {"\r\033[Kkdx: 0 of 1 file, at sl", "\r\033[K"}),
+                                   ("dumb", {""})]:
+            ours, its = pty.openpty()
+            fcntl.ioctl(its, termios.TIOCSWINSZ, struct.pack("HHHH", 9, 24, 0, 0))
+            running = subprocess.Popen([*KDX, "check", "slow"], cwd=self.folder, stderr=its,
+                                       env={**os.environ, "TERM": terminal})
+            with open(self.folder / "slow", "wb"):
+                time.sleep(1.1)
+            running.wait()
+            os.write(its, b"$")
+            got = os.read(ours, 999).decode().rstrip("$")
+            self.assertEqual(set(re.findall("\r[^\r]*|^$", got)), expected, got)
 
     def test_without_room_for_threads(self):
         self.write({f"d/{i}.kdx": "END\n" for i in range(20)})
