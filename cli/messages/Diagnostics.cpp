@@ -55,9 +55,12 @@ void appendForPeople(std::string& out, std::string_view file, const Problem& pro
     out.append(1, ' ').append(color ? colorOf(problem.severity) : "");
     out.append(nameOf(problem.severity)).append(1, ':').append(color ? kPlain : "");
     out.append(1, ' ').append(problem.text);
-    if (place.line > 0) out.append(" [").append(problem.rule).append(1, ']');
+    if (!problem.rule.empty() && place.line > 0)
+        out.append(" [").append(problem.rule).append(1, ']');
     out.append(1, '\n');
     if (place.line > 0) appendLineAndCaret(out, place, color);
+    if (problem.related)
+        appendForPeople(out, file, {Severity::note, {}, *problem.related, "see here"}, color);
 }
 
 void appendForPrograms(std::string& out, std::string_view file, const Problem& problem) {
@@ -69,8 +72,38 @@ void appendForPrograms(std::string& out, std::string_view file, const Problem& p
     members.emplace_back("severity", nameOf(problem.severity));
     members.emplace_back("rule", problem.rule);
     members.emplace_back("message", problem.text);
+    if (problem.related) {
+        members.emplace_back("relatedLine", problem.related->line);
+        members.emplace_back("relatedColumn", problem.related->column);
+    }
     out += shownJsonText(members);
     out += '\n';
+}
+
+/// Text as GitHub reads it back; `special` are the characters to escape besides line ends.
+std::string escaped(std::string_view text, std::string_view special) {
+    std::string result;
+    for (const char c : text) {
+        const bool isSpecial = special.find(c) != std::string_view::npos;
+        constexpr const char* kDigits = "0123456789ABCDEF";
+        const auto byte = static_cast<unsigned char>(c);
+        if (isSpecial) result.append(1, '%').append(1, kDigits[byte / 16]);
+        result += isSpecial ? kDigits[byte % 16] : c;
+    }
+    return result;
+}
+
+void appendForGithub(std::string& out, std::string_view file, const Problem& problem) {
+    constexpr const char* kInMessage = "%\r\n";
+    constexpr const char* kInProperty = "%\r\n:,";
+    const bool isNote = problem.severity == Severity::note;
+    out.append("::").append(isNote ? "notice" : nameOf(problem.severity));
+    out.append(" file=").append(escaped(file, kInProperty));
+    if (problem.place.line > 0)
+        out.append(",line=" + std::to_string(problem.place.line))
+            .append(",col=" + std::to_string(problem.place.column));
+    out.append(",title=").append(escaped(problem.rule, kInProperty));
+    out.append("::").append(escaped(problem.text, kInMessage)).append(1, '\n');
 }
 
 Format formatOf(const Settings& settings) {
@@ -97,6 +130,7 @@ void appendProblem(std::string& out, std::string_view file, const Problem& probl
     switch (style.format) {
         case Format::text: return appendForPeople(out, file, problem, style.color);
         case Format::json: return appendForPrograms(out, file, problem);
+        case Format::github: return appendForGithub(out, file, problem);
     }
 }
 

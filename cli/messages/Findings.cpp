@@ -26,9 +26,11 @@ Place placeInSource(const Source& source, kiv::KDXPlace place) {
 
 Findings::Findings(const Source& source, const kiv::KDXCheck::Report& report)
     : errorCount(report.errors), warningCount(report.warnings) {
-    for (const kiv::KDXCheck::Problem& problem : report.problems)
+    for (const kiv::KDXCheck::Problem& problem : report.problems) {
         problems.push_back({severityOf(problem), problem.rule, placeInSource(source, problem.begin),
                             problem.message});
+        if (problem.reference) problems.back().related = placeInSource(source, *problem.reference);
+    }
 }
 
 void Findings::add(Problem problem) {

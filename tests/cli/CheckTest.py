@@ -49,6 +49,35 @@ class Check(KdxTest):
         self.assertTrue(many.endswith("1 more problem not shown (kdx check --max-errors 0 shows "
                                       "all)\n"), many)
 
+    def test_rules_and_formats(self):
+        self.write({"a,%:b": "A:\nx=1\nx=#2\nEND\nEND\n"})
+        of_file = "a,%:b:3:1: warning: parameter 'x' again: its first value, of line 2, is kept"
+        parameter = (of_file + " [repeated-parameter]\nx=#2\n^\na,%:b:2:1: note: see here\nx=1\n^\n")
+        for arguments, *expected in [
+            ("--select repeated-parameter", parameter),
+            ("--ignore hash-in-value,nul-byte --ignore unexpected-end", parameter),
+            ("--select nul-byte --select unexpected-end --format github", "::error file=a%2C%25%3Ab,"
+             "line=5,col=1,title=unexpected-end::END closes nothing: no object is open\n", 1),
+            ("--select repeated-parameter --format json", '{"file":"a,%:b","line":3,"column":1,'
+             '"severity":"warning","rule":"repeated-parameter","message":"parameter \'x\' again: its '
+             'first value, of line 2, is kept","relatedLine":2,"relatedColumn":1}\n'),
+            ("--select cutend", "", 2, "kdx: there is no rule cutend; did you mean 'cut-end'?\n"),
+            ("--select nul-byte --ignore nul-byte", "", 2, "kdx: no rule is left to check\n"),
+        ]:
+            self.expect(f"check {arguments} 'a,%:b'", "", *expected)
+        rules = (kdx_test.PROJECT / "docs/rules.md").read_text()
+        for rule in re.findall("^### `(.*)`$", rules, re.MULTILINE):
+            _, output, _ = self.run_kdx("check --explain " + rule)
+            self.assertTrue(output.startswith(f"### `{rule}`\n") and output in rules, output)
+
+    def test_fixes(self):
+        self.write({"a": "\ufeffA:\nx = 1#2\ny = #3\nEND\nEND\n", "good": SAMPLE})
+        self.assertEqual(self.run_kdx("check --fix --select unexpected-end a good"), (0, "", ""))
+        self.assertEqual(self.read("a"), "\ufeffA:\nx = 1#2\ny = #3\nEND\n")
+        self.expect_problems("check --fix --strict a", "", 1, "3:5: warning: this '#'")
+        self.assertEqual(self.read("a"), "A:\nx = 1 #2\ny = #3\nEND\n")
+        self.assertEqual(self.run_kdx("check --fix")[0], 2)
+
     def test_nesting_limit(self):
         for depth in [1000, 1001, 100000]:
             text = depth * "A:\n" + depth * "END\n"
@@ -62,9 +91,11 @@ class Check(KdxTest):
         (self.folder / "dir/loop").symlink_to("loop")
         (self.folder / "dir/gone.kdx").symlink_to("nothing")
         place = ":1:1: error: unknown syntax: '-'" + CANNOT_STAND + "-\n^\n"
+        total = "1 error, 0 warnings in 1 of 2 files\n"
         for arguments, status, output, errors in [
-            ("good /dev/null", 0, "", ""), ("dir good", 1, "dir/b/x.kdx" + place, ""),
-            ("-j 1 bad missing good bad", 2, 2 * ("bad" + place), "missing: error: cannot be read: "
+            ("good /dev/null", 0, "", ""), ("dir good", 1, "dir/b/x.kdx" + place + total, ""),
+            ("-j 1 bad missing good bad", 2, 2 * ("bad" + place) + "2 errors, 0 warnings in 2 of 4 "
+             "files\n", "missing: error: cannot be read: "
              "No such file or directory\n"),
             ("empty .git dir", 2, "dir/b/x.kdx" + place, "".join(
                 name + ": error: is a directory without *.kdx files\n" for name in ["empty", ".git"])),
