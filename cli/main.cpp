@@ -7,6 +7,7 @@
 
 #include "Commands.h"
 #include "Version.h"
+#include "arguments/Failure.h"
 #include "io/Output.h"
 
 namespace kdx {
@@ -39,13 +40,6 @@ bool colorOn(const std::string& when, bool isTerminal) {
     return isTerminal && (noColor == nullptr || *noColor == '\0');
 }
 
-std::string failureMessage(const CLI::App* app, const CLI::Error& error) {
-    const std::vector<std::string> unknown = app->remaining();
-    const bool noCommand = app->get_subcommands().empty() && !unknown.empty();
-    return "kdx: " + (noCommand ? "unknown command or option: " + unknown.front() : error.what()) +
-           "\nRun with --help for more information.\n";
-}
-
 void addSettings(CLI::App& app, Settings& settings, std::string& color) {
     app.set_version_flag("--version", std::string("kdx ") + kVersion, "Print the version");
     Arguments arguments(app);
@@ -73,7 +67,9 @@ int runCommands(int argc, char** argv) {
     app.fallthrough();
     app.allow_windows_style_options(false);  // which begin with a slash, as paths of objects do
     app.footer(kFooter);
-    app.failure_message(failureMessage);
+    app.failure_message([&program](const CLI::App*, const CLI::Error& error) {
+        return failureMessage(program, error);
+    });
     app.get_formatter()->column_width(32);
     addSettings(app, settings, color);
     app.parse_complete_callback([&] {
