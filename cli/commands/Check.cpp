@@ -10,6 +10,8 @@
 #include "messages/Findings.h"
 #include "messages/RuleChoice.h"
 #include "text/ShownText.h"
+#include "text/UnifiedDiff.h"
+#include "text/WholeLines.h"
 #include "work/Work.h"
 
 namespace kdx {
@@ -24,6 +26,7 @@ struct Options {
     std::size_t maxErrors = kDefaultMaxErrors;
     bool strict = false;
     bool fix = false;
+    bool diff = false;
 };
 
 /// How many problems there are, in a file or in all of them.
@@ -39,6 +42,8 @@ struct Checks {
     MessageStyle style;
     bool strict;
     bool fix;
+    bool diff;
+    bool color;
 };
 
 /// The edits of all safe fixes that do not come in each other's way.
@@ -57,8 +62,21 @@ std::vector<kiv::KDXTextEdit> safeEdits(std::string_view text, kiv::KDXCheck::Op
     return edits;
 }
 
+/// Shows what the fixes of a file would change.
+Outcome showFixes(const std::string& file, const Checks& checks) {
+    const Source source = readSource(file);
+    const auto edits = safeEdits(source.buffer, checks.check);
+    Outcome outcome;
+    if (edits.empty()) return outcome;
+    appendUnifiedDiff(outcome.results, source.name, source.buffer,
+                      wholeLineEdits(source.buffer, edits), checks.color);
+    outcome.status = Status::findings;
+    return outcome;
+}
+
 void fixFile(Source& source, const std::string& file, const kiv::KDXCheck::Options& options) {
-    if (file == kStandardInput) throw Trouble("cannot be fixed in place: leave out --fix");
+    if (file == kStandardInput)
+        throw Trouble("cannot be fixed in place: add --diff, or leave out --fix");
     const auto edits = safeEdits(source.buffer, options);
     if (edits.empty()) return;
     const std::string mark(source.byteOrderMark());
@@ -69,6 +87,7 @@ void fixFile(Source& source, const std::string& file, const kiv::KDXCheck::Optio
 }
 
 Outcome checkFile(const std::string& file, const Checks& checks, Counts& counts) {
+    if (checks.diff) return showFixes(file, checks);
     Source source = readSource(file);
     if (checks.fix) fixFile(source, file, checks.check);
     const auto report = kiv::KDXCheck::check(source.buffer, checks.check);
@@ -101,8 +120,12 @@ Status run(const Options& options, const Settings& givenSettings) {
     }
     Settings settings = givenSettings;
     if (!options.format.empty()) settings.json = options.format == "json";
-    Checks checks{checkOptions(settings, options.maxErrors), outputStyle(settings), options.strict,
-                  options.fix};
+    Checks checks{checkOptions(settings, options.maxErrors),
+                  outputStyle(settings),
+                  options.strict,
+                  options.fix,
+                  options.diff,
+                  settings.outputColor};
     if (options.format == "github") checks.style.format = Format::github;
     checks.check.rules = chosenRules(options.select, options.ignore);
 
@@ -132,6 +155,10 @@ void addCheck(Program& program) {
     command.texts("--select RULES", options.select, "Check these rules alone, separated by commas");
     command.texts("--ignore RULES", options.ignore, "Leave out these rules, separated by commas");
     command.flag("--fix", options.fix, "Make the safe fixes in the files, and report what is left");
+    command
+        .flag("--diff", options.diff,
+              "Print instead what the fixes would change, as a unified diff")
+        .needs("--fix");
     command.text("--explain RULE", options.explain,
                  "Print what a rule is about, and check nothing");
     command.footer(

@@ -72,6 +72,8 @@ class Check(KdxTest):
 
     def test_fixes(self):
         self.write({"a": "\ufeffA:\nx = 1#2\ny = #3\nEND\nEND\n", "good": SAMPLE})
+        self.expect("check --fix --diff a good", "", "--- a\n+++ a\n@@ -1,5 +1,4 @@\n-\ufeffA:\n-x = 1#2\n"
+                    "+A:\n+x = 1 #2\n y = #3\n END\n-END\n", 1)
         self.assertEqual(self.run_kdx("check --fix --select unexpected-end a good"), (0, "", ""))
         self.assertEqual(self.read("a"), "\ufeffA:\nx = 1#2\ny = #3\nEND\n")
         self.expect_problems("check --fix --strict a", "", 1, "3:5: warning: this '#'")
@@ -137,10 +139,10 @@ class Check(KdxTest):
             running = subprocess.Popen([*KDX, "check", "slow"], cwd=self.folder, stderr=its,
                                        env={**os.environ, "TERM": terminal})
             with open(self.folder / "slow", "wb"):
-                time.sleep(1.1)
+                time.sleep(1.3)
             running.wait()
             os.write(its, b"$")
-            got = os.read(ours, 999).decode().rstrip("$")
+            got = "".join(iter(lambda: os.read(ours, 1).decode(), "$"))
             self.assertEqual(set(re.findall("\r[^\r]*|^$", got)), expected, got)
 
     def test_without_room_for_threads(self):
