@@ -9,7 +9,7 @@
 set -eu
 
 packages="g++ cmake ninja-build pkg-config python3 \
-    libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev"
+    libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libeditorconfig-dev"
 case "${1-}" in
     '') ;;
     check) packages="$packages clang clang-tidy clang-format gcovr valgrind abigail-tools" ;;

@@ -138,6 +138,7 @@ static_assert(takesText([](auto s) -> decltype(kiv::KDXFormatting::removeComment
 static_assert(takesText([](auto s) -> decltype(kiv::KDXFormatting::formatKDX(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::KDXCheck::check(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::findNoUtf8(s)) {}));
+static_assert(takesText([](auto s) -> decltype(kiv::visibleText(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::readPath(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::MiniKDXParser::determineLineType(s)) {}));
 static_assert(takesText(

@@ -3,6 +3,9 @@
 #include <CLI/CLI.hpp>
 
 #include "Arguments.h"
+#include "base/Status.h"
+#include "text/ShownText.h"
+#include "text/Suggestion.h"
 
 namespace kdx {
 namespace {
@@ -36,6 +39,20 @@ CommandOutline outlineOf(const CLI::App& command) {
     return outline;
 }
 
+/// All commands, also those that the help does not show.
+std::vector<const CLI::App*> allCommands(const Program& program) {
+    const CLI::App& app = program.app;
+    return app.get_subcommands(
+        [](const CLI::App* command) { return !command->get_name().empty(); });
+}
+
+const CLI::App& commandNamed(const Program& program, const std::string& name) {
+    for (const CLI::App* command : allCommands(program))
+        if (command->get_name() == name) return *command;
+    throw Trouble("there is no command " + shownName(name) +
+                  suggestion(name, commandNames(program)));
+}
+
 }  // namespace
 
 CommandOutline outlineProgram(const Program& program) {
@@ -43,16 +60,26 @@ CommandOutline outlineProgram(const Program& program) {
 }
 
 std::vector<CommandOutline> outlineCommands(const Program& program) {
-    const auto all = [](const CLI::App*) { return true; };
     std::vector<CommandOutline> outlines;
-    for (const CLI::App* command : program.app.get_subcommands(all))
-        if (!command->get_name().empty() && !command->get_group().empty())
-            outlines.push_back(outlineOf(*command));
+    for (const CLI::App* command : allCommands(program))
+        if (!command->get_group().empty()) outlines.push_back(outlineOf(*command));
     return outlines;
 }
 
+std::vector<std::string> commandNames(const Program& program) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : allCommands(program)) names.push_back(command->get_name());
+    return names;
+}
+
 CommandOutline outlineCommand(const Program& program, const std::string& name) {
-    return outlineOf(*program.app.get_subcommand(name));
+    return outlineOf(commandNamed(program, name));
+}
+
+std::string helpText(const Program& program, const std::string& name) {
+    const CLI::App& app = name.empty() ? program.app : commandNamed(program, name);
+    const std::string words = program.app.get_name() + (name.empty() ? "" : ' ' + name);
+    return app.get_formatter()->make_help(&app, words, CLI::AppFormatMode::Normal);
 }
 
 std::vector<OptionOutline> optionsWith(const CommandOutline& command,

@@ -31,8 +31,15 @@ CommandOutline outlineProgram(const Program& program);
 /// The outlines of the commands that its help shows.
 std::vector<CommandOutline> outlineCommands(const Program& program);
 
-/// The outline of one command. @throws std::exception when there is none with this name.
+/// The names of all commands.
+std::vector<std::string> commandNames(const Program& program);
+
+/// The outline of one command. @throws Trouble when there is none with this name.
 CommandOutline outlineCommand(const Program& program, const std::string& name);
+
+/// The help of one command, or of the program when the name is empty.
+/// @throws Trouble when there is no command with this name.
+std::string helpText(const Program& program, const std::string& name);
 
 /// The options, without arguments, that may stand behind a command: its own and the program's.
 std::vector<OptionOutline> optionsWith(const CommandOutline& command,

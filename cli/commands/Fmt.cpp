@@ -1,6 +1,7 @@
 #include <kiv/KDXFormatting.h>
 
 #include "Commands.h"
+#include "io/EditorConfig.h"
 #include "io/ReplaceFile.h"
 #include "text/UnifiedDiff.h"
 #include "work/ReadChecked.h"
@@ -10,10 +11,17 @@ namespace {
 
 struct Options {
     std::vector<std::string> files;
+    std::string inputName;
     bool inPlace = false;
     bool check = false;
     bool diff = false;
 };
+
+kiv::KDXFormatting::Style styleOf(const std::string& path) {
+    kiv::KDXFormatting::Style style;
+    if (!path.empty()) style.indentWidth = configuredIndent(path).value_or(style.indentWidth);
+    return style;
+}
 
 Outcome formatFile(const std::string& file, const Options& options, const Settings& settings) {
     if (options.inPlace && file == kStandardInput)
@@ -22,7 +30,8 @@ Outcome formatFile(const std::string& file, const Options& options, const Settin
     const std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
     if (!source) return outcome;
 
-    std::string text = kiv::KDXFormatting::formatKDX(source->buffer);
+    std::string text = kiv::KDXFormatting::formatKDX(
+        source->buffer, styleOf(file == kStandardInput ? settings.inputName : file));
     if (!options.inPlace && !options.check && !options.diff) {
         outcome.results = std::move(text);
         return outcome;
@@ -41,7 +50,9 @@ Outcome formatFile(const std::string& file, const Options& options, const Settin
     return outcome;
 }
 
-Status run(const Options& options, const Settings& settings) {
+Status run(const Options& options, const Settings& givenSettings) {
+    Settings settings = givenSettings;
+    settings.inputName = options.inputName;
     return workOnArguments(options.files, settings, [&](const std::string& file, std::size_t) {
         return formatFile(file, options, settings);
     });
@@ -58,9 +69,15 @@ void addFmt(Program& program) {
         .excludes("--in-place");
     command.flag("--diff", options.diff, "Print what would change as a unified diff")
         .excludes("--in-place");
+    command.text("--stdin-filename NAME", options.inputName,
+                 "The file that the standard input stands for, in messages and to .editorconfig");
     command.footer(
         "The text means what it meant, and comments stay. A text with a line that is no KDX is\n"
-        "left alone.\n\n"
+        "left alone. A level is two blanks wide, or as wide as indent_size of the .editorconfig "
+        "files\n"
+        "in and above the folder of the file asks for, up to 64; tabs are not written. Programs "
+        "for\n"
+        "Windows do not look for such files.\n\n"
         "Example:\n  kdx fmt -i configs/");
 }
 

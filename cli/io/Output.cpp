@@ -10,6 +10,7 @@ namespace kdx {
 namespace {
 
 [[noreturn]] void failWrite(int error) {
+    if (error == EPIPE) throw OutputClosed();
     throw Trouble("standard output: cannot be written: " + std::generic_category().message(error));
 }
 

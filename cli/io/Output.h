@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <exception>
 #include <string_view>
 
 namespace kdx {
@@ -8,10 +10,14 @@ namespace kdx {
 /// instead of the end of the process.
 void prepareStreams();
 
-/// Writes to the standard output. @throws Trouble when that fails.
+/// Nobody reads the standard output any more, as behind `| head`: there is nothing more to do, and
+/// nothing to say.
+class OutputClosed : public std::exception {};
+
+/// Writes to the standard output. @throws Trouble when that fails; OutputClosed.
 void writeOutput(std::string_view text);
 
-/// Makes sure that all output has left the process. @throws Trouble when that fails.
+/// Makes sure that all output has left the process. @throws Trouble when that fails; OutputClosed.
 void finishOutput();
 
 /// Writes to the standard error stream, where a failure cannot be reported.
@@ -20,5 +26,11 @@ void writeError(std::string_view text);
 bool inputIsTerminal();
 bool outputIsTerminal();
 bool errorIsTerminal();
+
+/// Whether the terminal follows control sequences, such as those for colours.
+bool terminalFollowsControls();
+
+/// The columns of the terminal that the standard error stream is; 80 when nobody knows.
+std::size_t errorWidth();
 
 }  // namespace kdx

@@ -1,7 +1,10 @@
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <string_view>
 
 #include "Output.h"
 
@@ -34,6 +37,17 @@ bool outputIsTerminal() {
 
 bool errorIsTerminal() {
     return isatty(STDERR_FILENO) == 1;
+}
+
+bool terminalFollowsControls() {
+    const char* name = std::getenv("TERM");  // NOLINT(concurrency-mt-unsafe): nobody sets it
+    return name != nullptr && *name != '\0' && std::string_view(name) != "dumb";
+}
+
+std::size_t errorWidth() {
+    struct winsize size {};
+    const bool known = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? size.ws_col : 80;
 }
 
 }  // namespace kdx

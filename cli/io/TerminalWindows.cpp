@@ -1,7 +1,10 @@
 #include <fcntl.h>
 #include <io.h>
+#include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
 #include "Output.h"
 
@@ -21,6 +24,17 @@ bool outputIsTerminal() {
 
 bool errorIsTerminal() {
     return _isatty(_fileno(stderr)) != 0;
+}
+
+bool terminalFollowsControls() {
+    const char* name = std::getenv("TERM");
+    return name == nullptr || std::string_view(name) != "dumb";
+}
+
+std::size_t errorWidth() {
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    if (::GetConsoleScreenBufferInfo(::GetStdHandle(STD_ERROR_HANDLE), &info) == 0) return 80;
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left) + 1;
 }
 
 }  // namespace kdx

@@ -3,6 +3,7 @@
 #include <kiv/KDXText.h>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,16 +29,39 @@ struct Problem {
     std::string_view rule;  ///< a short fixed name, for programs that read the diagnostics
     Place place;
     std::string text;
+    std::optional<Place> related = {};  ///< another place that the text speaks of
 };
 
-/// Appends a problem to `out` as the settings ask: for people
+enum class Format {
+    text,    ///< for people
+    json,    ///< an object on a line
+    github,  ///< what GitHub shows beside the line of a change
+};
+
+/// How problems are shown.
+struct MessageStyle {
+    Format format = Format::text;
+    bool color = false;
+};
+
+/// The style of the standard error stream.
+MessageStyle errorStyle(const Settings& settings);
+
+/// The style of the standard output.
+MessageStyle outputStyle(const Settings& settings);
+
+/// Appends a problem to `out`: for people
 ///
 ///     FILE:LINE:COLUMN: error: TEXT [RULE]
 ///     the line
 ///         ^
 ///
-/// or as one JSON object on a line. Without a line, the place is FILE alone, and the
-/// rule is not shown.
+/// and a note on the related place, if there is one; or for programs. Without a line, the place is
+/// FILE alone, and the rule is not shown.
+void appendProblem(std::string& out, std::string_view file, const Problem& problem,
+                   MessageStyle style);
+
+/// The same in the style of the standard error stream.
 void appendProblem(std::string& out, std::string_view file, const Problem& problem,
                    const Settings& settings);
 

@@ -26,9 +26,11 @@ Place placeInSource(const Source& source, kiv::KDXPlace place) {
 
 Findings::Findings(const Source& source, const kiv::KDXCheck::Report& report)
     : errorCount(report.errors), warningCount(report.warnings) {
-    for (const kiv::KDXCheck::Problem& problem : report.problems)
+    for (const kiv::KDXCheck::Problem& problem : report.problems) {
         problems.push_back({severityOf(problem), problem.rule, placeInSource(source, problem.begin),
                             problem.message});
+        if (problem.reference) problems.back().related = placeInSource(source, *problem.reference);
+    }
 }
 
 void Findings::add(Problem problem) {
@@ -37,17 +39,17 @@ void Findings::add(Problem problem) {
     if (limit == 0 || count <= limit) problems.push_back(std::move(problem));
 }
 
-void Findings::append(std::string& out, std::string_view file, const Settings& settings,
+void Findings::append(std::string& out, std::string_view file, MessageStyle style,
                       std::string_view cure) {
     std::stable_sort(problems.begin(), problems.end(), [](const Problem& a, const Problem& b) {
         return std::pair(a.place.line, a.place.column) < std::pair(b.place.line, b.place.column);
     });
-    for (const Problem& problem : problems) appendProblem(out, file, problem, settings);
+    for (const Problem& problem : problems) appendProblem(out, file, problem, style);
     const std::size_t hidden = errorCount + warningCount - problems.size();
     if (hidden == 0) return;
     std::string text = counted(hidden, "more problem") + " not shown";
     if (!cure.empty()) text.append(" (").append(cure).append(1, ')');
-    appendProblem(out, file, {Severity::note, "hidden", {}, std::move(text)}, settings);
+    appendProblem(out, file, {Severity::note, "hidden", {}, std::move(text)}, style);
 }
 
 kiv::KDXCheck::Options checkOptions(const Settings& settings, std::size_t maxProblems) {

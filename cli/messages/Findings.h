@@ -29,8 +29,13 @@ public:
 
     /// Appends the problems to `out`, in the order of their lines, and how many were left out;
     /// `cure`, which may be empty, says how to see those.
+    void append(std::string& out, std::string_view file, MessageStyle style, std::string_view cure);
+
+    /// The same in the style of the standard error stream.
     void append(std::string& out, std::string_view file, const Settings& settings,
-                std::string_view cure);
+                std::string_view cure) {
+        append(out, file, errorStyle(settings), cure);
+    }
 
 private:
     std::size_t limit = 0;

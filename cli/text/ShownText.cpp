@@ -1,13 +1,11 @@
 #include "ShownText.h"
 
+#include <kiv/KDXText.h>
+
 namespace kdx {
 namespace {
 
 constexpr std::size_t kShownLength = 80;
-
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-}
 
 }  // namespace
 
@@ -15,20 +13,21 @@ bool continuesCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-std::string printable(std::string_view text) {
-    std::string result;
-    for (const char c : text) result += c == '\t' ? ' ' : isControl(c) ? '?' : c;
-    return result;
-}
-
 std::size_t characterBegin(std::string_view text, std::size_t offset) {
     while (offset > 0 && offset < text.size() && continuesCharacter(text[offset])) --offset;
     return offset;
 }
 
+std::string_view firstColumns(std::string_view text, std::size_t columns) {
+    std::size_t length = 0;
+    while (length < text.size() && (columns > 0 || continuesCharacter(text[length])))
+        columns -= continuesCharacter(text[length++]) ? 0 : 1;
+    return text.substr(0, length);
+}
+
 std::string shown(std::string_view text) {
-    if (text.size() <= kShownLength) return printable(text);
-    return printable(text.substr(0, characterBegin(text, kShownLength - 3))) + "...";
+    if (text.size() <= kShownLength) return kiv::visibleText(text);
+    return kiv::visibleText(text.substr(0, characterBegin(text, kShownLength - 3))) + "...";
 }
 
 std::string shownName(std::string_view name) {

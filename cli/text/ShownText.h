@@ -12,8 +12,8 @@ bool continuesCharacter(char c);
 /// Moves a cut off the middle of a UTF-8 character, to its begin.
 std::size_t characterBegin(std::string_view text, std::size_t offset);
 
-/// A line with every control character made visible, one column wide.
-std::string printable(std::string_view text);
+/// The text up to a number of characters of UTF-8.
+std::string_view firstColumns(std::string_view text, std::size_t columns);
 
 /// Text from a file, fit for a message on a terminal: control characters made visible, a long text
 /// cut.

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <system_error>
 
 #include "io/Source.h"
 #include "messages/Diagnostics.h"
+#include "text/Glob.h"
 
 namespace kdx {
 namespace {
@@ -19,13 +21,29 @@ bool isFile(const fs::directory_entry& entry) {
     return type == fs::file_type::regular || type == fs::file_type::none;
 }
 
-/// Finds the files of one folder, and the folders in it; links to folders are not followed, and
-/// links to nothing passed over.
+bool isHidden(const fs::path& path) {
+    return path.filename().string().front() == '.';
+}
+
+/// Whether the user wants a file or folder below an argument to be left out.
+bool isExcluded(const fs::path& path, const fs::path& argument,
+                const std::vector<std::string>& globs) {
+    if (globs.empty()) return false;
+    const std::string below = path.lexically_relative(argument).generic_string();
+    const std::string name = path.filename().string();
+    return std::any_of(globs.begin(), globs.end(), [&](const std::string& glob) {
+        return matchesGlob(glob.find('/') == std::string::npos ? name : below, glob);
+    });
+}
+
+/// Finds the files of one folder, and the folders in it.
 void searchFolder(const fs::path& folder, std::vector<std::string>& files,
-                  std::vector<fs::path>& folders) {
+                  std::vector<fs::path>& folders,
+                  const std::function<bool(const fs::path&)>& skips) {
     std::error_code unknown;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-        if (entry.is_directory(unknown) && !entry.is_symlink(unknown))
+        if (entry.is_symlink(unknown) || isHidden(entry.path()) || skips(entry.path())) continue;
+        if (entry.is_directory(unknown))
             folders.push_back(entry.path());
         else if (entry.path().extension() == ".kdx" && isFile(entry))
             files.push_back(entry.path().string());
@@ -40,19 +58,23 @@ void reportTrouble(FileList& list, const std::string& name, std::string_view tex
 
 void listFolder(const std::string& argument, FileList& list, const Settings& settings) {
     const std::size_t before = list.files.size();
+    const std::size_t saidBefore = list.diagnostics.size();
+    const auto skips = [&](const fs::path& path) {
+        return isExcluded(path, argument, settings.excludes);
+    };
     std::vector<fs::path> folders{argument};
     while (!folders.empty()) {
         const fs::path folder = std::move(folders.back());
         folders.pop_back();
         try {
-            searchFolder(folder, list.files, folders);
+            searchFolder(folder, list.files, folders, skips);
         } catch (const fs::filesystem_error& error) {
             reportTrouble(list, folder.string(), "cannot be searched: " + error.code().message(),
                           settings);
         }
     }
     std::sort(list.files.begin() + static_cast<std::ptrdiff_t>(before), list.files.end());
-    if (list.files.size() == before && list.diagnostics.empty())
+    if (list.files.size() == before && list.diagnostics.size() == saidBefore)
         reportTrouble(list, argument, "is a directory without *.kdx files", settings);
 }
 

@@ -16,7 +16,8 @@ struct FileList {
 };
 
 /// Makes file arguments a list of files: none is the standard input, a directory the files in it
-/// and below it whose names end in ".kdx", by name.
+/// and below it whose names end in ".kdx", by name. Below a directory, what is hidden and what the
+/// settings exclude is left out, and no link is followed.
 /// @throws Trouble when the standard input is named twice.
 FileList listFiles(const std::vector<std::string>& arguments, const Settings& settings);
 

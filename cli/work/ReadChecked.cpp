@@ -25,6 +25,7 @@ kiv::KDXCheck::Options optionsFor(Demand demand, const Settings& settings) {
 std::optional<Source> readChecked(const std::string& file, Demand demand, const Settings& settings,
                                   Outcome& outcome) {
     Source source = readSource(file);
+    if (file == kStandardInput && !settings.inputName.empty()) source.name = settings.inputName;
     const auto report = kiv::KDXCheck::check(source.buffer, optionsFor(demand, settings));
     if (report.errors == 0) return source;
     Findings(source, report)

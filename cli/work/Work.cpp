@@ -45,16 +45,30 @@ Outcome guarded(const Work& work, const std::string& file, std::size_t index,
     }
 }
 
-/// The outcomes of the files, taken in order. Of several jobs, each has a thread; a single one
-/// needs none, and its memory comes cheaper on the program's own.
+/// A thread that runs a function; none when the system has no room for it.
+template <typename Function>
+std::thread startThread(const Function& function) {
+    try {
+        return std::thread(function);
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
+/// The outcomes of the files, taken in order. Of several jobs, each has a thread, as far as there
+/// is room for threads; a single one needs none, and its memory comes cheaper on the program's own.
 class WorkerPool {
 public:
     WorkerPool(const std::vector<std::string>& allFiles, const Settings& givenSettings,
                const Work& givenWork)
         : files(allFiles), settings(givenSettings), work(givenWork), outcomes(files.size()) {
         const std::size_t count = std::min(settings.jobs, files.size());
-        for (std::size_t i = 0; count > 1 && i < count; ++i)
-            threads.emplace_back([this] { run(); });
+        threads.reserve(count);
+        while (count > 1 && threads.size() < count) {
+            std::thread thread = startThread([this] { run(); });
+            if (!thread.joinable()) break;
+            threads.push_back(std::move(thread));
+        }
     }
 
     ~WorkerPool() {
@@ -119,7 +133,8 @@ bool isTyped(const std::vector<std::string>& files) {
 class Progress {
 public:
     explicit Progress(const std::vector<std::string>& allFiles) : files(allFiles) {
-        if (errorIsTerminal() && !isTyped(files)) thread = std::thread([this] { run(); });
+        if (errorIsTerminal() && terminalFollowsControls() && !isTyped(files))
+            thread = startThread([this] { run(); });
     }
 
     ~Progress() {
@@ -149,8 +164,10 @@ private:
         auto pause = std::chrono::milliseconds(kQuietTime);
         const auto isDone = [this] { return done >= files.size(); };
         while (!changed.wait_for(lock, pause, isDone)) {
-            writeError("\r\033[Kkdx: " + std::to_string(done) + " of " +
-                       counted(files.size(), "file") + ", at " + shown(displayName(files[done])));
+            const std::string text = "kdx: " + std::to_string(done) + " of " +
+                                     counted(files.size(), "file") + ", at " +
+                                     shown(displayName(files[done]));
+            writeError("\r\033[K" + std::string(firstColumns(text, errorWidth() - 1)));
             visible = true;
             pause = kProgressTime;
         }

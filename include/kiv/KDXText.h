@@ -35,10 +35,17 @@ KIV_KDX_EXPORT std::string applyEdits(std::string_view text, const std::vector<K
 /// The offset of the first byte that belongs to no UTF-8 character; npos when there is none.
 KIV_KDX_EXPORT std::size_t findNoUtf8(std::string_view text) noexcept;
 
+/// The text as a message may show it, on a terminal as well: with '?' in place of every control
+/// character, those that turn the direction of writing included, and a blank in place of a tab.
+/// What is no UTF-8 stays.
+KIV_KDX_EXPORT std::string visibleText(std::string_view text);
+
 // A null pointer, or 0, is no text: this does not compile.
 template <typename Text, typename = detail::IfNoText<Text>>
 std::string applyEdits(Text, const std::vector<KDXTextEdit>&) = delete;
 template <typename Text, typename = detail::IfNoText<Text>>
 std::size_t findNoUtf8(Text) = delete;
+template <typename Text, typename = detail::IfNoText<Text>>
+std::string visibleText(Text) = delete;
 
 }  // namespace kiv

@@ -66,10 +66,11 @@ void ErrorCheck::reportTextBehindEnd() {
 void ErrorCheck::reportUnknownByte() {
     problems.add(CheckRule::unknownSyntax, [&] {
         const std::size_t byte = reader.first().size();
-        const KDXPlace place = reader.placeOf(Part::text, byte);
-        return Finding{place,
-                       behind(place, 1),
-                       "unknown syntax: " + describedByte(reader.text()[byte]) +
+        const std::string_view rest = reader.text().substr(byte);
+        const KDXPlace last = reader.placeOf(Part::text, byte + characterLength(rest) - 1);
+        return Finding{reader.placeOf(Part::text, byte),
+                       behind(last, 1),
+                       "unknown syntax: " + describedCharacter(rest) +
                            " cannot stand here; a name consists of " + kNameCharacterList,
                        {},
                        {}};

@@ -2,6 +2,7 @@
 
 #include <kiv/KDXText.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,8 +10,13 @@
 
 namespace kiv::detail {
 
-/// "'c'", "a tab", "the byte 0xC3".
-std::string describedByte(char c);
+/// The length of the UTF-8 character at the front of a text that is not empty; 1 when there is
+/// none.
+std::size_t characterLength(std::string_view text);
+
+/// The character at the front of a text that is not empty: "'c'", "a tab", "the character U+202E",
+/// "the byte 0xC3".
+std::string describedCharacter(std::string_view text);
 
 /// "object 'Sample: s1'".
 std::string describedObject(const SeenName& name);

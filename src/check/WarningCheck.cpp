@@ -121,7 +121,7 @@ void WarningCheck::checkBytes() {
             const KDXPlace place = reader.placeInSource(noUtf8);
             return Finding{place,
                            behind(place, 1),
-                           describedByte(source[noUtf8]) +
+                           describedCharacter(source.substr(noUtf8)) +
                                " is no UTF-8; convert the file, as with iconv -f LATIN1 -t UTF-8",
                            {},
                            {}};

@@ -1,6 +1,8 @@
 #include <kiv/Error.h>
 #include <kiv/KDXText.h>
 
+#include "base/ShownText.h"
+
 namespace kiv {
 namespace {
 
@@ -21,6 +23,10 @@ std::string applyEdits(std::string_view text, const std::vector<KDXTextEdit>& ed
         kept = edit.offset + edit.length;
     }
     return result.append(text.substr(kept));
+}
+
+std::string visibleText(std::string_view text) {
+    return detail::visible(text);
 }
 
 }  // namespace kiv

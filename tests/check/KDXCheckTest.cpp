@@ -260,8 +260,8 @@ TEST(KDXCheck, HasEveryRuleDocumented) {
 }  // namespace
 
 TEST(KDXCheck, showsTextsInMessagesForWhatTheyAre) {
-    for (const std::string name :
-         {"\x01", "\x7F", "\xC2\x9B", "\xE2\x80\xAE", "\xFF", "\xC2", "\xC3\xA4"}) {
+    for (const std::string name : {"\x01", "\x7F", "\xC2\x9B", "\xE2\x80\xAE", "\xF0\x9F\x98\x80",
+                                   "\xFF", "\xC2", "\xC3\xA4"}) {
         std::string text = "A: ";
         for (int i = 0; i < 100; ++i) text += name;
         text += "\nEND\n";

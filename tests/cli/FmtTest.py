@@ -35,6 +35,22 @@ class Fmt(KdxTest):
         ]:
             self.expect("fmt " + arguments, "", *result)
 
+    def test_editor_config(self):
+        text = "A:\nx = 1\nEND\n"
+        wide = "root = true\n[*]\nindent_size = 9\n[{a,b}*.kdx]\nindent_size = 3\n"
+        self.write({".editorconfig": wide, "d/.editorconfig": "[x[1-3].k?x]\nindent_size=unset\n"
+                    "[t.*]\nindent_size = tab\ntab_width = 5\n[{4..6}.kdx]\nindent_size = 65\n",
+                    "bad/.editorconfig": "what\n"})
+        for name, width in [("a.kdx", 3), ("c.kdx", 9), ("d/b.kdx", 3), ("d/x2.kdx", 2),
+                            ("d/t.kdx", 5), ("d/5.kdx", 2), ("d/gone/../5.kdx", 2), ("d/7.kdx", 9)]:
+            self.expect("fmt --stdin-filename " + name, text, f"A:\n{width * ' '}x = 1\nEND\n")
+        self.write({"d/b.kdx": text})
+        self.expect("fmt d", "", "A:\n   x = 1\nEND\n")
+        self.expect("fmt", text, "A:\n  x = 1\nEND\n")
+        self.expect_problems("fmt --stdin-filename d/b.kdx", "-\n", 2, "1:1: error: unknown")
+        self.expect("fmt --stdin-filename bad/x.kdx", text, "", 2, "<stdin>: error: cannot be laid out: "
+                    f"line 1 of {self.folder.resolve()}/bad/.editorconfig is no setting\n")
+
     @unittest.skipUnless(shutil.which("git"), "needs git to apply patches")
     def test_diff_is_a_patch(self):
         source = random.Random(7)

@@ -79,6 +79,8 @@ class KdxTest(unittest.TestCase):
     def expect_problems(self, arguments, text, status, *problems):
         """What each problem begins with, behind the name of the file."""
         got, output, errors = self.run_kdx(arguments, text)
+        if arguments.startswith("check"):  # whose output the problems are
+            output, errors = errors, output
         with self.subTest(arguments=arguments, text=text[:200]):
             shown = [line.partition(":")[2] for line in errors.splitlines()
                      if ": error: " in line or ": warning: " in line]

@@ -17,6 +17,14 @@ TEST(ApplyEdits, makesReplacementsInOrder) {
               "KDXText::applyEdits (4): The edits overlap or are out of order.");
 }
 
+TEST(VisibleText, marksWhatTerminalsObey) {
+    for (const char* text : {"\x1B", "\x7F", "\xC2\x80", "\xC2\x9F", "\xD8\x9C", "\xE2\x80\x8E",
+                             "\xE2\x80\xAA", "\xE2\x80\xAE", "\xE2\x81\xA6", "\xE2\x81\xA9"})
+        EXPECT_EQ(kiv::visibleText(std::string("\t") + text + 'a'), " ?a") << text;
+    for (const char* text : {"", "\xC2", "\xC2\xA0", "\xE2\x80", "\xE2\x80\xA9", "\xE2\x81\xAA"})
+        EXPECT_EQ(kiv::visibleText(text), text);
+}
+
 TEST(FindNoUtf8, knowsEveryFormOfCharacter) {
     for (const char* text : {"", "a", "\xC3\xA4", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEF\xBF\xBF",
                              "\xF0\x90\x80\x80", "\xF1\x80\x80\x80", "\xF4\x8F\xBF\xBF"})
