@@ -4,6 +4,7 @@
 
 #include "Commands.h"
 #include "io/Source.h"
+#include "maps/EventText.h"
 #include "maps/MapCheck.h"
 #include "maps/MapText.h"
 #include "messages/Diagnostics.h"
@@ -21,6 +22,7 @@ struct Options {
     std::int32_t indent = kiv::StringMapMapToKDX::Format().indentWidth;
     bool compact = false;
     bool noEndComments = false;
+    bool events = false;
 };
 
 std::size_t depthOf(const kiv::StringMapMap& map) {
@@ -63,9 +65,15 @@ Outcome writeFile(const std::string& file, const Options& options, const Setting
     return outcome;
 }
 
+Outcome writeEvents(const std::string& file) {
+    Outcome outcome;
+    outcome.results = readEvents(readSource(file).text());
+    return outcome;
+}
+
 Status run(const Options& options, const Settings& settings) {
     return workOnFile(options.file, settings, [&](const std::string& file, std::size_t) {
-        return writeFile(file, options, settings);
+        return options.events ? writeEvents(file) : writeFile(file, options, settings);
     });
 }
 
@@ -82,6 +90,8 @@ void addWrite(Program& program) {
                  "Put no comment that names the object behind its END");
     command.text("--replace PATH", options.replacePath,
                  "Mark the object with this path with &replace");
+    command.flag("--events", options.events,
+                 "Read what kdx events prints, and print the text that it is of, byte for byte");
     command.footer(
         "A map that KDX cannot carry is refused: a line feed or a '#' in a value, a name with a\n"
         "character that names cannot hold. Behind a value that ends in a backslash stands a "

@@ -108,21 +108,6 @@ void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& paramete
 
 namespace {
 
-/// Text on its way to the standard output, printed in pieces, so that it need not be held whole.
-struct Printer {
-    std::string text;
-
-    void print() {
-        writeOutput(text);
-        text.clear();
-    }
-
-    void printIfLong() {
-        constexpr std::size_t kLong = 1U << 16U;
-        if (text.size() >= kLong) print();
-    }
-};
-
 void appendEntry(std::string& out, const std::string& path,
                  const kiv::StringMapMap::mapped_type& parameters) {
     try {

@@ -8,7 +8,20 @@ from kdx_test import CANNOT_STAND, FORMATTED, NESTED, SAMPLE, SAMPLE_MAP, UGLY, 
 
 class Results(KdxTest):
     def test_of_files(self):
-        self.write({"f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
+        acts = [
+            '{"kind":"action","line":1,"column":1,"depth":0,"text":">a","comment":"# c",'
+            '"source":">a # c\\n"}\n',
+            '{"kind":"action","line":2,"column":1,"depth":0,"text":"> bc",'
+            '"source":"> b\\\\\\n c\\n"}\n',
+            '{"kind":"object","line":4,"column":1,"depth":0,"type":"A","name":"",'
+            '"source":"A:\\n"}\n',
+            '{"kind":"parameter","line":5,"column":2,"depth":1,"name":"x","value":"1",'
+            '"source":" x = 1\\n"}\n',
+            '{"kind":"end","line":6,"column":1,"depth":0,"source":"END\\n"}\n',
+            '{"kind":"action","line":7,"column":1,"depth":0,"text":">d","source":">d\\n"}\n']
+        self.write({"odd": "A: # c\nq = C:\\dir\\ # c\n p = 1\n # d\n B:\n > a \\ \n b\n END\n"
+                    "END\n",
+                    "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
                     "acts": ">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n",
                     "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n",
                     "same": "# c\n" + NESTED.replace("  ", ""),
@@ -23,17 +36,25 @@ class Results(KdxTest):
             ("get f /Sample:s3", "", 1, "f: error: has no object /Sample:s3\n"),
             ("get f /Sample:s1 rate", "", 1, "f: error: has no parameter rate in /Sample:s1\n"),
             ("find f --name A --depth 0",
-             "Channel:A\n  Gain = 2\nEND\nChannel:A\n  Gain = 7\nEND\n"),
-            ("find f --type Channel --group Sample",
+             "Channel: A\n  Gain = 2\nEND\nChannel: A\n  Gain = 7\nEND\n"),
+            ("find f --type Channel --group Sample --depth 0", "# s1\nChannel: A\n  Gain = 2\nEND\n"
+             "# s1\nChannel: B\n  Gain = 4\nEND\n# s2\nChannel: A\n  Gain = 7\nEND\n"),
+            ("find f --type Channel --group Sample --bare",
              "# s1\nChannel:B\n  Gain = 4\nEND\n# s2\nChannel:A\n  Gain = 7\nEND\n"),
             ("find f --type Filter --json",
-             '{"key":"Filter:F","lines":["Filter:F","  Cut = 5","END"]}\n'),
-            ("find open --type B --json", '{"key":"B:b","lines":["B:b","  x = 1"]}\n'),
+             '{"key":"Filter:F","line":5,"lines":["Filter: F","  Cut = 5","END"]}\n'),
+            ("find open --type B --json --bare", '{"key":"B:b","lines":["B:b","  x = 1"]}\n'),
+            ("find odd --name A", "A: # c\n  q = C:\\dir\\ # c\n  p = 1\n  # d\n  B:\n    > a \\ \n"
+             "      b\n  END\nEND\n"),
+            ("find odd --name A --depth 0", "A: # c\n  q = C:\\dir\\ # c\n  p = 1\nEND\n"),
+            ("split odd", "# state\nA:\nq = C:\\dir\\ #\n p = 1\n B:\n# actions\n > a \\ \n b\n"
+             "# state\n END\nEND\n"),
             ("find f --name Channel", "", 1, "f: error: has no object with the name Channel\n"),
             ("find f --type A", "", 1, "f: error: has no object of type A\n"),
-            ("split acts", "# actions\n>a\n> bc\n# state\nA:\nx = 1\nEND\n# actions\n>d\n"),
-            ("split --actions acts", ">a\n> bc\n>d\n"),
-            ("split --state --json acts", '{"kind":"state","text":"A:\\nx = 1\\nEND"}\n'),
+            ("split acts", "# actions\n>a\n> b\\\n c\n# state\nA:\n x = 1\nEND\n# actions\n>d\n"),
+            ("split --actions --bare acts", ">a\n> bc\n>d\n"),
+            ("split --state --json acts", '{"kind":"state","text":"A:\\n x = 1\\nEND"}\n'),
+            ("events acts", "".join(acts)),
             ("tree f", "Sample: s1 (1 parameter)\n├── Channel: A (1 parameter)\n"
              "│   └── Filter: F (1 parameter)\n└── Channel: B (1 parameter)\n"
              "Sample: s2 (0 parameters)\n└── Channel: A (1 parameter)\n"),
@@ -93,6 +114,17 @@ class Results(KdxTest):
             ("strip", "x = 1 \\\n# c\n", "x = 1\n"), ("strip", "x = 1 # c\r\n# c\r\n", "x = 1\r\n"),
         ]:
             self.expect(arguments, text, output)
+
+    def test_events_are_the_text(self):
+        for text in [b"", b"A", b"\xef\xbb\xbf\n x = \\\r\n \xb0 \\",
+                     b"END\n\0 # \xc3\xa9 \xe2\x80\xae\r\n"]:
+            events = self.run_kdx("events", text)[1]
+            self.expect("write --events", events, text.decode(errors="replace"))
+        self.expect("events", b"A\xb0", '{"kind":"unrecognised","line":1,"column":1,"depth":0,'
+                    '"text":"A\ufffd","sourceHex":"41b0"}\n')
+        for line in ["{}", "[]", "{", '{"sourceHex":"4"}', '{"sourceHex":"4x"}', '{"source":1}']:
+            self.expect("write --events", "\n" + line, "", 2, '<stdin>: error: line 2 is no event '
+                        'with a "source", as kdx events prints them: ' + line + "\n")
 
     def test_of_what_is_no_utf8(self):
         """Is named with its place, unless it stands in nothing that is printed."""
