@@ -21,12 +21,14 @@ class Results(KdxTest):
             '{"kind":"action","line":7,"column":1,"depth":0,"text":">d","source":">d\\n"}\n']
         self.write({"odd": "A: # c\nq = C:\\dir\\ # c\n p = 1\n # d\n B:\n > a \\ \n b\n END\n"
                     "END\n",
-                    "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
+                    "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
                     "acts": ">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n",
                     "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n",
                     "same": "# c\n" + NESTED.replace("  ", ""),
                     "other": NESTED.replace("10", "11").replace("Cut = 5", "")
                     .replace(": B", ": C").replace("Gain = 4", "New = 1")})
+        slash = ("slash:1:5: warning: the '/' in the name makes the path /A:x/y read as that of an "
+                 "object one level deeper [ambiguous-path]\nA: x/y\n    ^\n")
         problem = ("bad:1:1: error: END closes nothing: no object is open [unexpected-end]\n"
                    "END\n^\n")
         for arguments, output, *failure in [
@@ -35,6 +37,22 @@ class Results(KdxTest):
             ("get --json f /Sample:s2", "{}\n"),
             ("get f /Sample:s3", "", 1, "f: error: has no object /Sample:s3\n"),
             ("get f /Sample:s1 rate", "", 1, "f: error: has no parameter rate in /Sample:s1\n"),
+            ("get f x2 /A y x", "2\n2\n", 1, "f: error: has no object /A\n"),
+            ("get f x2 /A y x --default 0", "0\n0\n2\n2\n"), ("get f x2 /A y x -q", "", 1),
+            ("get x1 x2 /A x -q", ""), ("get x1 bad /A -q", "", 2, problem),
+            ("get f '/Sample:*/Channel:**' -z", "# /Sample:s1/Channel:A\0Gain = 2\0"
+             "# /Sample:s1/Channel:A/Filter:F\0Cut = 5\0# /Sample:s1/Channel:B\0Gain = 4\0"
+             "# /Sample:s2/Channel:A\0Gain = 7\0"),
+            ("get f /**/Channel:A Gain Cut --with-place", "f:4:12: 2\nf:15:12: 7\n", 1,
+             "f: error: has no parameter Cut in /**/Channel:A\n"),
+            ("get f --json '/Sample:*' Rate --default no",
+             '{"file":"f","line":2,"column":10,"path":"/Sample:s1","name":"Rate","value":"10"}\n'
+             '{"file":"f","path":"/Sample:s2","name":"Rate","value":"no"}\n'),
+            ("get slash /A:x/y z", "2\n", 0, slash), ("get slash /A:x/y/C", "w = 3\n", 0, slash),
+            ("get slash '/A:x/*' z", "", 1, "slash: error: has no object /A:x/*\n"),
+            ("get f", "", 2, "kdx: PATH is required: the path of an object, such as /Sample:s1\n"),
+            ("get / x", "", 2, "kdx: / is a file; begin the PATH behind it with a '/', or put a '-' in "
+             "front of it where it is the path of an object in the standard input\n"),
             ("find f --name A --depth 0",
              "Channel: A\n  Gain = 2\nEND\nChannel: A\n  Gain = 7\nEND\n"),
             ("find f --type Channel --group Sample --depth 0", "# s1\nChannel: A\n  Gain = 2\nEND\n"
