@@ -29,6 +29,7 @@ class Results(KdxTest):
                     .replace(": B", ": C").replace("Gain = 4", "New = 1")})
         slash = ("slash:1:5: warning: the '/' in the name makes the path /A:x/y read as that of an "
                  "object one level deeper [ambiguous-path]\nA: x/y\n    ^\n")
+        conflict = ('x2:2:3: warning: /A, x is 2 here, and 1 at x1:2:3 [conflict]\nx=2\n  ^\n')
         problem = ("bad:1:1: error: END closes nothing: no object is open [unexpected-end]\n"
                    "END\n^\n")
         for arguments, output, *failure in [
@@ -78,8 +79,16 @@ class Results(KdxTest):
              "Sample: s2 (0 parameters)\n└── Channel: A (1 parameter)\n"),
             ("tree --depth 1 f", "Sample: s1 (1 parameter, 2 objects)\n"
              "Sample: s2 (0 parameters, 1 object)\n"),
-            ("map --flat x1 x2", "/A\tx\t1\n/A\ty\t2\n/B\tz\t3\n"),
-            ("map --flat x2 x1", "/A\tx\t2\n/A\ty\t2\n/B\tz\t3\n"),
+            ("map --flat x1 x2", "/A\tx\t1\n/A\ty\t2\n/B\tz\t3\n", 0, conflict),
+            ("map --flat x2 x1 --on-conflict first", "/A\tx\t2\n/A\ty\t2\n/B\tz\t3\n"),
+            ("map --flat x1 x2 --on-conflict last", "/A\tx\t2\n/A\ty\t2\n/B\tz\t3\n"),
+            ("map x1 x2 --on-conflict error", "", 2, conflict.replace("warning", "error")),
+            ("map x1 x1 --flat --on-conflict error", "/A\tx\t1\n"),
+            ("map --nested x1 x2 --without B --on-conflict last",
+             '[\n{"type":"A","name":"","parameters":{"x":"2","y":"2"},"objects":[]}]\n'),
+            ("map --nested slash", '[\n{"type":"A","name":"x/y","parameters":{"z":"2"},"objects":[\n'
+             '{"type":"C","name":"","parameters":{"w":"3"},"objects":[]}]}]\n'),
+            ("map --flat slash", "/A:x/y\tz\t2\n/A:x/y/C\tw\t3\n", 0, slash),
             ("map --flat bad x1", "/A\tx\t1\n", 2, problem),
             ("map bad", "", 2, problem),
             ("diff f bad", "", 2, problem),
@@ -115,7 +124,11 @@ class Results(KdxTest):
             ("write --indent 0 --no-end-comments",
              '{"/A": {"a": 1.50, "b": true, "c": -2, "d": "x\\\\#y"}}',
              "A: \na = 1.50\nb = true\nc = -2\nd = x\\#y\nEND\n"),
-            ("map", "", "{}\n"), ("write", "{}", ""),
+            ("map", "", "{}\n"), ("write", "{}", ""), ("write", "[]", ""), ("map --nested", "", "[]\n"),
+            ("write", "/A:b\tx\t1\t2\n/A:b\ty\t\n", "A: b\n  x = 1\t2\n  y = \nEND # A:b\n"),
+            ("write --compact", '[{"type": "A", "parameters": {"p": 1, "q": "\\\\"}, "objects": [{'
+             '"type": "B", "name": "x/y"}]}, {"type": "C", "name": "C"}]',
+             "A:\n  p=1\n  q=\\ #\n  B:x/y\n  END # B:x/y\nEND # A:\nC:C\nEND # C:\n"),
             ("fmt", UGLY, FORMATTED), ("fmt", "\n", ""), ("fmt", " x = 1", "x = 1\n"),
             ("fmt", "A:\r\nx = 1\r\n\r\nEND\r\n", "A:\r\n  x = 1\r\n\r\nEND\r\n"),
             ("fmt", "A:\r\nx = 1\nEND\r\n", "A:\r\n  x = 1\nEND\r\n"),
@@ -199,7 +212,12 @@ class Results(KdxTest):
             ('{"/A": {"": "#"}}', f'/A, "": {cannot}a \'#\' would begin a comment.'),
             ('{"/A": {"x": ["a"]}}', 'is no map at "/A", "x": an array is no part of a map'),
             ('{"/A": {}, "/A": {}}', 'is no map at "/A": the object stands here twice'),
-            ("[]", "is no map: an array is no part of a map"),
+            ("[1]", "is no nested map: not an object with type, name, parameters and objects"),
+            ('[{"type": "A-B"}]', f"/A-B: {cannot}{characters}"),
+            ('[{"type": "A", "parameters": {"x": 1.5}}]',
+             "is no nested map at /A: a value is a string: 1.5"),
+            ("[{]", "is no JSON"), ("/A\tx", "line 1 is not PATH<tab>NAME<tab>VALUE: /A x"),
+            ("/A\tx\t1\n/A\tx\t2", "line 2: the parameter stands here twice: /A x 2"),
             ('"x"', "is no map: not an object of objects"),
             ('{"/A": {', "is no JSON: parse error at line 1, column 9: syntax error while parsing "
              "object key - unexpected end of input; expected string literal"),
@@ -208,6 +226,9 @@ class Results(KdxTest):
         for text in [SAMPLE_MAP, '{"/BC/D": {"x": "a &replace mark"}, "/B C": {}}']:
             self.expect("write --replace /B", text, "", 2,
                         "<stdin>: error: has no object /B to replace\n")
+        self.expect("write", '{"/A:b/C": {}}', "A: b\n  C: \n  END # C:\nEND # A:b\n", 0,
+                    "<stdin>: warning: /A:b/C: the map has no object /A:b; should the last '/' "
+                    "belong to a name, this is written as another object\n")
         many = "{" + ", ".join(f'"/A:{i}\\\\": {{"x": "#"}}' for i in range(60)) + "}"
         got, output, errors = self.run_kdx("write", many)
         self.assertEqual((got, output, errors.count(" error: ")), (2, "", 100))
