@@ -1,69 +1,117 @@
 #include <kiv/KDXToStringMapMap.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
 #include "Commands.h"
+#include "io/Output.h"
+#include "maps/ConflictCheck.h"
 #include "maps/MapText.h"
+#include "maps/NestedText.h"
+#include "maps/SlashCheck.h"
 #include "maps/Utf8Check.h"
 #include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {
 
+constexpr const char* kFirst = "first";
+constexpr const char* kLast = "last";
+constexpr const char* kError = "error";
+
 struct Options {
     std::vector<std::string> files;
     std::vector<std::string> only;
     std::vector<std::string> without;
+    std::optional<std::string> onConflict;
     bool flat = false;
+    bool nested = false;
 };
 
-/// Moves everything that `map` does not have yet out of `more`.
-void merge(kiv::StringMapMap& map, kiv::StringMapMap&& more) {
-    if (map.empty()) map.swap(more);
-    map.merge(more);
-    for (auto& [path, parameters] : more) map.find(path)->second.merge(parameters);
+/// What was read of a file. The text is kept where it is looked at again.
+struct Input {
+    NamedText source;
+    kiv::StringMapMap map;
+};
+
+bool takesType(std::string_view type, const Options& options) {
+    const bool exclude = !options.without.empty();
+    const std::vector<std::string>& types = exclude ? options.without : options.only;
+    if (types.empty()) return true;
+    return (std::find(types.begin(), types.end(), type) != types.end()) != exclude;
 }
 
-/// The map of one file; nothing when it cannot be had whole: the outcome then says why.
-std::optional<kiv::StringMapMap> readMap(const std::string& file, const Options& options,
-                                         const Settings& settings, Outcome& outcome) {
+/// Reads one file; nothing when its map cannot be had whole: the outcome then says why.
+std::optional<Input> readMap(const std::string& file, const Options& options,
+                             const Settings& settings, Outcome& outcome) {
     std::optional<Source> source = readChecked(file, Demand::structure, settings, outcome);
     if (!source) return std::nullopt;
     const bool exclude = !options.without.empty();
     const std::vector<std::string>& types = exclude ? options.without : options.only;
-    const std::string name = source->name;
-    const std::string text = std::move(*source).takeText();
-    kiv::StringMapMap map;
-    kiv::KDXToStringMapMap::convert(text, map, {types.begin(), types.end()}, exclude);
-    if (options.flat) return map;
+    Input input{{source->name, {}}, {}};
+    std::string& text = input.source.text;
+    text = std::move(*source).takeText();
+    kiv::KDXToStringMapMap::convert(text, input.map, {types.begin(), types.end()}, exclude);
 
     Findings findings(kDefaultMaxErrors);
-    checkUtf8(text, map, findings);
-    if (findings.errors() == 0) return map;
-    findings.append(outcome.diagnostics, name, settings, "");
+    if (!options.nested) checkSlashes(text, input.map, findings);
+    if (!options.flat) checkUtf8(text, input.map, findings);
+    findings.append(outcome.diagnostics, input.source.name, settings, "");
+    if (findings.errors() == 0) return input;
     outcome.raise(Status::trouble);
     return std::nullopt;
 }
 
+/// The maps of all files as one.
+struct Merged {
+    kiv::StringMapMap map;
+    Conflicts conflicts;
+    std::vector<NamedText> sources;
+};
+
+void print(const Merged& merged, const Options& options) {
+    if (options.flat) return printFlat(merged.map);
+    if (!options.nested) return printJson(merged.map);
+    std::vector<std::string_view> texts;
+    for (const NamedText& source : merged.sources) texts.emplace_back(source.text);
+    printNested(texts, options.onConflict == kLast ? Taken::last : Taken::first,
+                [&](std::string_view type) { return takesType(type, options); });
+}
+
+/// Tells of conflicts, unless a choice was made. @return whether they are trouble.
+bool tellConflicts(const Merged& merged, const Options& options, const Settings& settings) {
+    const bool isError = options.onConflict == kError;
+    if (options.onConflict && !isError) return false;
+    std::string diagnostics;
+    appendConflicts(diagnostics, merged.sources, merged.conflicts,
+                    isError ? Severity::error : Severity::warning, settings);
+    writeError(diagnostics);
+    return isError && !merged.conflicts.empty();
+}
+
 Status run(const Options& options, const Settings& settings) {
     const FileList list = listFiles(options.files, settings);
-    std::vector<std::optional<kiv::StringMapMap>> maps(list.files.size());
-    kiv::StringMapMap map;
+    const bool keepsTexts = options.nested || list.files.size() > 1;
+    std::vector<std::optional<Input>> inputs(list.files.size());
+    Merged merged;
     bool noneRead = true;
     const auto work = [&](const std::string& file, std::size_t index) {
         Outcome outcome;
-        maps[index] = readMap(file, options, settings, outcome);
+        inputs[index] = readMap(file, options, settings, outcome);
         return outcome;
     };
     const auto then = [&](std::size_t index) {
-        if (!maps[index]) return;
-        merge(map, *std::exchange(maps[index], std::nullopt));
+        if (!inputs[index]) return;
+        Input input = *std::exchange(inputs[index], std::nullopt);
+        merge(merged.map, std::move(input.map), options.onConflict == kLast, merged.conflicts);
+        if (keepsTexts) merged.sources.push_back(std::move(input.source));
         noneRead = false;
     };
     const Status status = workOnFiles(list, settings, work, then);
     if (noneRead) return status;
-    options.flat ? printFlat(map) : printJson(map);
+    if (tellConflicts(merged, options, settings)) return Status::trouble;
+    print(merged, options);
     return status;
 }
 
@@ -81,9 +129,21 @@ void addMap(Program& program) {
         .excludes("--only");
     command.flag("--flat", options.flat,
                  "Print a line PATH<tab>NAME<tab>VALUE for each parameter instead");
+    command
+        .flag("--nested", options.nested,
+              "Print an array of objects instead, with type, name, parameters and objects")
+        .excludes("--flat");
+    command
+        .text("--on-conflict WHICH", options.onConflict,
+              "Where files have different values: take the first or the last, or take none and end "
+              "with an error; without it, the first, with a warning")
+        .oneOf({kFirst, kLast, kError});
     command.footer(
-        "Several files make one map; what stands in several files keeps its first value. A file\n"
-        "with a problem is left out, and the exit status is 2.\n\n"
+        "Several files make one map. Of values in one file, the first is taken, which readers see. "
+        "A\n"
+        "file with a problem is left out, and the exit status is 2. A name that holds a '/' reads "
+        "as\n"
+        "two levels, of which a warning tells; --nested keeps it whole.\n\n"
         "Example:\n  kdx map --only Sample set-up.kdx | jq '.\"/Sample:s1\"'");
 }
 

@@ -2,35 +2,20 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "Commands.h"
+#include "text/Comments.h"
 #include "work/ReadChecked.h"
 
 namespace kdx {
 namespace {
 
-using kiv::KDXDocument;
-using kiv::MiniKDXParser;
-using Node = KDXDocument::Node;
-
-void stripComment(KDXDocument& document, Node node) {
-    if (document.isComment(node)) return document.remove(node);
-    if (document.kind(node) == MiniKDXParser::lineVerbatim) return;
-    if (document.source(node).find('#') == std::string_view::npos) return;
-    document.setComment(node, "");
-}
-
 Outcome stripFile(const std::string& file, const Settings& settings) {
     Outcome outcome;
     std::optional<Source> source = readChecked(file, Demand::lines, settings, outcome);
     if (!source) return outcome;
-    KDXDocument document(std::move(*source).takeText());
-    for (Node node = document.next(document.root()); node != Node::none;) {
-        const Node behind = document.next(node);
-        stripComment(document, node);
-        node = behind;
-    }
+    kiv::KDXDocument document(std::move(*source).takeText());
+    removeComments(document);
     document.write(outcome.results);
     return outcome;
 }

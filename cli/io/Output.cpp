@@ -21,6 +21,16 @@ void writeOutput(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) failWrite(errno);
 }
 
+void Printer::print() {
+    writeOutput(text);
+    text.clear();
+}
+
+void Printer::printIfLong() {
+    constexpr std::size_t kLong = 1U << 16U;
+    if (text.size() >= kLong) print();
+}
+
 void finishOutput() {
     errno = 0;
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) failWrite(errno);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <string>
 #include <string_view>
 
 namespace kdx {
@@ -16,6 +17,15 @@ class OutputClosed : public std::exception {};
 
 /// Writes to the standard output. @throws Trouble when that fails; OutputClosed.
 void writeOutput(std::string_view text);
+
+/// Text on its way to the standard output, printed in pieces, so that it need not be held whole.
+struct Printer {
+    std::string text;  ///< not printed yet
+
+    /// @throws Trouble when that fails, as does printIfLong().
+    void print();
+    void printIfLong();
+};
 
 /// Makes sure that all output has left the process. @throws Trouble when that fails; OutputClosed.
 void finishOutput();

@@ -14,14 +14,14 @@ namespace {
 using kiv::KDXDocument;
 using kiv::MiniKDXParser;
 
-/// Whether a line reads back as what it was made of. The parser has the last word.
+/// Whether a line reads back as what it was made of, and leaves the line behind it alone. The
+/// reader has the last word.
 bool readsBack(const std::string& line, MiniKDXParser::lineType type, const std::string& first,
                const std::string& second) {
-    if (line.find('\n') != std::string::npos || line.back() == '\\') return false;
-    std::string readFirst;
-    std::string readSecond;
-    return MiniKDXParser::determineLineType(line, readFirst, readSecond) == type &&
-           readFirst == first && readSecond == second;
+    const std::string text = line + "\nbehind = 1\n";
+    kiv::KDXReader reader(text);
+    return reader.next() && reader.source().size() == line.size() + 1 && reader.kind() == type &&
+           reader.first() == first && reader.second() == second;
 }
 
 bool carries(const std::string& name, const std::string& written, const std::string& value) {

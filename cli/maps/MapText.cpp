@@ -1,5 +1,7 @@
 #include "MapText.h"
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "base/Status.h"
@@ -108,21 +110,6 @@ void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& paramete
 
 namespace {
 
-/// Text on its way to the standard output, printed in pieces, so that it need not be held whole.
-struct Printer {
-    std::string text;
-
-    void print() {
-        writeOutput(text);
-        text.clear();
-    }
-
-    void printIfLong() {
-        constexpr std::size_t kLong = 1U << 16U;
-        if (text.size() >= kLong) print();
-    }
-};
-
 void appendEntry(std::string& out, const std::string& path,
                  const kiv::StringMapMap::mapped_type& parameters) {
     try {
@@ -171,6 +158,24 @@ kiv::StringMapMap readJson(std::string_view text) {
     kiv::StringMapMap map;
     MapBuilder builder(map);
     Json::sax_parse(text, &builder);
+    return map;
+}
+
+kiv::StringMapMap readFlat(std::string_view text) {
+    kiv::StringMapMap map;
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        const std::size_t pathEnd = line.find('\t');
+        const std::size_t nameEnd = line.find('\t', pathEnd + 1);
+        const std::string where = "line " + std::to_string(number);
+        if (pathEnd == std::string_view::npos || nameEnd == std::string_view::npos)
+            throw Trouble(where + " is not PATH<tab>NAME<tab>VALUE: " + shown(line));
+        const std::string_view name = line.substr(pathEnd + 1, nameEnd - pathEnd - 1);
+        auto& parameters = map[std::string(line.substr(0, pathEnd))];
+        if (!parameters.emplace(name, line.substr(nameEnd + 1)).second)
+            throw Trouble(where + ": the parameter stands here twice: " + shown(line));
+    }
     return map;
 }
 

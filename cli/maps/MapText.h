@@ -24,4 +24,8 @@ void appendJson(std::string& out, const kiv::StringMapMap::mapped_type& paramete
 /// @throws Trouble for JSON that is no such map, or that has a key twice.
 kiv::StringMapMap readJson(std::string_view text);
 
+/// Reads what printFlat() printed. Objects without parameters are not in it.
+/// @throws Trouble for a line without two tabs, and for a parameter that stands twice.
+kiv::StringMapMap readFlat(std::string_view text);
+
 }  // namespace kdx

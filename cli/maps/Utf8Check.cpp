@@ -1,11 +1,11 @@
 #include "Utf8Check.h"
+
+#include "PathReader.h"
 #include "text/ShownText.h"
 
-#include <kiv/KDXReader.h>
 #include <kiv/KDXText.h>
 
 #include <string>
-#include <vector>
 
 namespace kdx {
 namespace {
@@ -21,34 +21,27 @@ class Utf8Checker {
 public:
     Utf8Checker(std::string_view givenText, const kiv::StringMapMap& givenMap,
                 Findings& filledFindings)
-        : text(givenText), map(givenMap), findings(filledFindings), reader(text) {}
+        : text(givenText), map(givenMap), findings(filledFindings), paths(text) {}
 
     void run() {
-        while (reader.next()) {
-            const MiniKDXParser::lineType kind = reader.kind();
-            if (kind == MiniKDXParser::lineEnd) paths.pop_back();
-            if (kind == MiniKDXParser::lineObject) checkObject();
-            if (kind == MiniKDXParser::lineParameter) checkParameter();
+        while (paths.next()) {
+            if (isUtf8(reader.second())) continue;
+            if (reader.kind() == MiniKDXParser::lineObject) checkObject();
+            if (reader.kind() == MiniKDXParser::lineParameter) checkParameter();
         }
     }
 
 private:
     void checkObject() {
-        std::string path = paths.back() + '/';
-        path.append(reader.first());
-        const std::string_view name = reader.second();
-        if (!name.empty() && name != reader.first()) path.append(1, ':').append(name);
-        paths.push_back(std::move(path));
-        if (!isUtf8(name) && map.count(paths.back()) != 0) fail(shown(paths.back()));
+        if (map.count(paths.path()) != 0) fail(shown(paths.path()));
     }
 
     void checkParameter() {
-        if (isUtf8(reader.second())) return;
-        const auto object = map.find(paths.back());
+        const auto object = map.find(paths.path());
         if (object == map.end()) return;
         const auto parameter = object->second.find(std::string(reader.first()));
         if (parameter != object->second.end() && parameter->second == reader.second())
-            fail(shown(paths.back()) + ", " + shown(reader.first()));
+            fail(shown(paths.path()) + ", " + shown(reader.first()));
     }
 
     void fail(const std::string& where) {
@@ -64,8 +57,8 @@ private:
     std::string_view text;
     const kiv::StringMapMap& map;
     Findings& findings;
-    kiv::KDXReader reader;
-    std::vector<std::string> paths{""};  // of the open objects
+    PathReader paths;
+    const kiv::KDXReader& reader = paths.statement();
 };
 
 }  // namespace

@@ -58,9 +58,15 @@ void appendJsonString(std::string& out, std::string_view text) {
         out += strict(text);
         return;
     }
-    out += '"';
-    out += text;
-    out += '"';
+    out.append(1, '"').append(text).append(1, '"');
+}
+
+void appendShownJsonString(std::string& out, std::string_view text) {
+    if (!isPlain(text)) {
+        out += withReplacements(text);
+        return;
+    }
+    out.append(1, '"').append(text).append(1, '"');
 }
 
 std::string jsonText(const JsonMembers& members) {

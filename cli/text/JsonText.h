@@ -18,6 +18,9 @@ using JsonMembers = std::vector<std::pair<const char*, JsonValue>>;
 /// Appends a JSON string. @throws Trouble for text that is no UTF-8, which JSON cannot hold.
 void appendJsonString(std::string& out, std::string_view text);
 
+/// The same with a replacement character for whatever is no UTF-8.
+void appendShownJsonString(std::string& out, std::string_view text);
+
 /// A JSON object on one line. @throws Trouble for text that is no UTF-8.
 std::string jsonText(const JsonMembers& members);
 

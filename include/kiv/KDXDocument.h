@@ -36,9 +36,20 @@ using KDXSteps = std::vector<KDXStep>;
 ///     readPath("/Sample:*/**/Channel:A");
 KIV_KDX_EXPORT KDXSteps readPath(std::string_view path);
 
-// A null pointer, or 0, is no text: this does not compile.
+/// Appends the text of one more level to that of a path, in the form that the keys of a
+/// StringMapMap have. The type and the name must not lie in the path.
+///
+///     std::string path = "/Sample:s1";
+///     appendLevel(path, "Channel", "A");  // "/Sample:s1/Channel:A"
+///
+/// Nothing is escaped: a name that holds a '/' gives a text that reads back as several levels.
+KIV_KDX_EXPORT void appendLevel(std::string& path, std::string_view type, std::string_view name);
+
+// A null pointer, or 0, is no text: these do not compile.
 template <typename Path, typename = detail::IfNoText<Path>>
 KDXSteps readPath(Path) = delete;
+template <typename... Texts, typename = detail::IfNoText<Texts...>>
+void appendLevel(std::string&, Texts...) = delete;
 
 /// A KDX text that can be changed and keeps every byte that nobody changes.
 ///

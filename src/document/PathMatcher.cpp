@@ -64,4 +64,8 @@ KDXSteps readPath(std::string_view path) {
     return steps;
 }
 
+void appendLevel(std::string& path, std::string_view type, std::string_view name) {
+    detail::putComponent(path, path.size(), type, name);
+}
+
 }  // namespace kiv

@@ -106,7 +106,7 @@ class Fmt(KdxTest):
             ("fmt -i closed/a_kdx", "closed/a_kdx: error: cannot be replaced: a new file beside "
              "it: Permission denied\n"),
             ("map secret", "secret: error: cannot be read: Permission denied\n"),
-            ("get closed /A", "closed: error: is a directory, not a file\n"),
+            ("find closed --name A", "closed: error: is a directory, not a file\n"),
         ]:
             done = self.run_kdx(arguments, prefix=prefix if os.geteuid() == 0 else ())
             self.assertEqual(done, (2, "", message))

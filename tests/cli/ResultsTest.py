@@ -8,12 +8,28 @@ from kdx_test import CANNOT_STAND, FORMATTED, NESTED, SAMPLE, SAMPLE_MAP, UGLY, 
 
 class Results(KdxTest):
     def test_of_files(self):
-        self.write({"f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
+        acts = [
+            '{"kind":"action","line":1,"column":1,"depth":0,"text":">a","comment":"# c",'
+            '"source":">a # c\\n"}\n',
+            '{"kind":"action","line":2,"column":1,"depth":0,"text":"> bc",'
+            '"source":"> b\\\\\\n c\\n"}\n',
+            '{"kind":"object","line":4,"column":1,"depth":0,"type":"A","name":"",'
+            '"source":"A:\\n"}\n',
+            '{"kind":"parameter","line":5,"column":2,"depth":1,"name":"x","value":"1",'
+            '"source":" x = 1\\n"}\n',
+            '{"kind":"end","line":6,"column":1,"depth":0,"source":"END\\n"}\n',
+            '{"kind":"action","line":7,"column":1,"depth":0,"text":">d","source":">d\\n"}\n']
+        self.write({"odd": "A: # c\nq = C:\\dir\\ # c\n p = 1\n # d\n B:\n > a \\ \n b\n END\n"
+                    "END\n",
+                    "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
                     "acts": ">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n",
                     "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n",
                     "same": "# c\n" + NESTED.replace("  ", ""),
                     "other": NESTED.replace("10", "11").replace("Cut = 5", "")
                     .replace(": B", ": C").replace("Gain = 4", "New = 1")})
+        slash = ("slash:1:5: warning: the '/' in the name makes the path /A:x/y read as that of an "
+                 "object one level deeper [ambiguous-path]\nA: x/y\n    ^\n")
+        conflict = ('x2:2:3: warning: /A, x is 2 here, and 1 at x1:2:3 [conflict]\nx=2\n  ^\n')
         problem = ("bad:1:1: error: END closes nothing: no object is open [unexpected-end]\n"
                    "END\n^\n")
         for arguments, output, *failure in [
@@ -22,25 +38,57 @@ class Results(KdxTest):
             ("get --json f /Sample:s2", "{}\n"),
             ("get f /Sample:s3", "", 1, "f: error: has no object /Sample:s3\n"),
             ("get f /Sample:s1 rate", "", 1, "f: error: has no parameter rate in /Sample:s1\n"),
+            ("get f x2 /A y x", "2\n2\n", 1, "f: error: has no object /A\n"),
+            ("get f x2 /A y x --default 0", "0\n0\n2\n2\n"), ("get f x2 /A y x -q", "", 1),
+            ("get x1 x2 /A x -q", ""), ("get x1 bad /A -q", "", 2, problem),
+            ("get f '/Sample:*/Channel:**' -z", "# /Sample:s1/Channel:A\0Gain = 2\0"
+             "# /Sample:s1/Channel:A/Filter:F\0Cut = 5\0# /Sample:s1/Channel:B\0Gain = 4\0"
+             "# /Sample:s2/Channel:A\0Gain = 7\0"),
+            ("get f /**/Channel:A Gain Cut --with-place", "f:4:12: 2\nf:15:12: 7\n", 1,
+             "f: error: has no parameter Cut in /**/Channel:A\n"),
+            ("get f --json '/Sample:*' Rate --default no",
+             '{"file":"f","line":2,"column":10,"path":"/Sample:s1","name":"Rate","value":"10"}\n'
+             '{"file":"f","path":"/Sample:s2","name":"Rate","value":"no"}\n'),
+            ("get slash /A:x/y z", "2\n", 0, slash), ("get slash /A:x/y/C", "w = 3\n", 0, slash),
+            ("get slash '/A:x/*' z", "", 1, "slash: error: has no object /A:x/*\n"),
+            ("get f", "", 2, "kdx: PATH is required: the path of an object, such as /Sample:s1\n"),
+            ("get / x", "", 2, "kdx: / is a file; begin the PATH behind it with a '/', or put a '-' in "
+             "front of it where it is the path of an object in the standard input\n"),
             ("find f --name A --depth 0",
-             "Channel:A\n  Gain = 2\nEND\nChannel:A\n  Gain = 7\nEND\n"),
-            ("find f --type Channel --group Sample",
+             "Channel: A\n  Gain = 2\nEND\nChannel: A\n  Gain = 7\nEND\n"),
+            ("find f --type Channel --group Sample --depth 0", "# s1\nChannel: A\n  Gain = 2\nEND\n"
+             "# s1\nChannel: B\n  Gain = 4\nEND\n# s2\nChannel: A\n  Gain = 7\nEND\n"),
+            ("find f --type Channel --group Sample --bare",
              "# s1\nChannel:B\n  Gain = 4\nEND\n# s2\nChannel:A\n  Gain = 7\nEND\n"),
             ("find f --type Filter --json",
-             '{"key":"Filter:F","lines":["Filter:F","  Cut = 5","END"]}\n'),
-            ("find open --type B --json", '{"key":"B:b","lines":["B:b","  x = 1"]}\n'),
+             '{"key":"Filter:F","line":5,"lines":["Filter: F","  Cut = 5","END"]}\n'),
+            ("find open --type B --json --bare", '{"key":"B:b","lines":["B:b","  x = 1"]}\n'),
+            ("find odd --name A", "A: # c\n  q = C:\\dir\\ # c\n  p = 1\n  # d\n  B:\n    > a \\ \n"
+             "      b\n  END\nEND\n"),
+            ("find odd --name A --depth 0", "A: # c\n  q = C:\\dir\\ # c\n  p = 1\nEND\n"),
+            ("split odd", "# state\nA:\nq = C:\\dir\\ #\n p = 1\n B:\n# actions\n > a \\ \n b\n"
+             "# state\n END\nEND\n"),
             ("find f --name Channel", "", 1, "f: error: has no object with the name Channel\n"),
             ("find f --type A", "", 1, "f: error: has no object of type A\n"),
-            ("split acts", "# actions\n>a\n> bc\n# state\nA:\nx = 1\nEND\n# actions\n>d\n"),
-            ("split --actions acts", ">a\n> bc\n>d\n"),
-            ("split --state --json acts", '{"kind":"state","text":"A:\\nx = 1\\nEND"}\n'),
+            ("split acts", "# actions\n>a\n> b\\\n c\n# state\nA:\n x = 1\nEND\n# actions\n>d\n"),
+            ("split --actions --bare acts", ">a\n> bc\n>d\n"),
+            ("split --state --json acts", '{"kind":"state","text":"A:\\n x = 1\\nEND"}\n'),
+            ("events acts", "".join(acts)),
             ("tree f", "Sample: s1 (1 parameter)\n├── Channel: A (1 parameter)\n"
              "│   └── Filter: F (1 parameter)\n└── Channel: B (1 parameter)\n"
              "Sample: s2 (0 parameters)\n└── Channel: A (1 parameter)\n"),
             ("tree --depth 1 f", "Sample: s1 (1 parameter, 2 objects)\n"
              "Sample: s2 (0 parameters, 1 object)\n"),
-            ("map --flat x1 x2", "/A\tx\t1\n/A\ty\t2\n/B\tz\t3\n"),
-            ("map --flat x2 x1", "/A\tx\t2\n/A\ty\t2\n/B\tz\t3\n"),
+            ("map --flat x1 x2", "/A\tx\t1\n/A\ty\t2\n/B\tz\t3\n", 0, conflict),
+            ("map --flat x2 x1 --on-conflict first", "/A\tx\t2\n/A\ty\t2\n/B\tz\t3\n"),
+            ("map --flat x1 x2 --on-conflict last", "/A\tx\t2\n/A\ty\t2\n/B\tz\t3\n"),
+            ("map x1 x2 --on-conflict error", "", 2, conflict.replace("warning", "error")),
+            ("map x1 x1 --flat --on-conflict error", "/A\tx\t1\n"),
+            ("map --nested x1 x2 --without B --on-conflict last",
+             '[\n{"type":"A","name":"","parameters":{"x":"2","y":"2"},"objects":[]}]\n'),
+            ("map --nested slash", '[\n{"type":"A","name":"x/y","parameters":{"z":"2"},"objects":[\n'
+             '{"type":"C","name":"","parameters":{"w":"3"},"objects":[]}]}]\n'),
+            ("map --flat slash", "/A:x/y\tz\t2\n/A:x/y/C\tw\t3\n", 0, slash),
             ("map --flat bad x1", "/A\tx\t1\n", 2, problem),
             ("map bad", "", 2, problem),
             ("diff f bad", "", 2, problem),
@@ -76,7 +124,11 @@ class Results(KdxTest):
             ("write --indent 0 --no-end-comments",
              '{"/A": {"a": 1.50, "b": true, "c": -2, "d": "x\\\\#y"}}',
              "A: \na = 1.50\nb = true\nc = -2\nd = x\\#y\nEND\n"),
-            ("map", "", "{}\n"), ("write", "{}", ""),
+            ("map", "", "{}\n"), ("write", "{}", ""), ("write", "[]", ""), ("map --nested", "", "[]\n"),
+            ("write", "/A:b\tx\t1\t2\n/A:b\ty\t\n", "A: b\n  x = 1\t2\n  y = \nEND # A:b\n"),
+            ("write --compact", '[{"type": "A", "parameters": {"p": 1, "q": "\\\\"}, "objects": [{'
+             '"type": "B", "name": "x/y"}]}, {"type": "C", "name": "C"}]',
+             "A:\n  p=1\n  q=\\ #\n  B:x/y\n  END # B:x/y\nEND # A:\nC:C\nEND # C:\n"),
             ("fmt", UGLY, FORMATTED), ("fmt", "\n", ""), ("fmt", " x = 1", "x = 1\n"),
             ("fmt", "A:\r\nx = 1\r\n\r\nEND\r\n", "A:\r\n  x = 1\r\n\r\nEND\r\n"),
             ("fmt", "A:\r\nx = 1\nEND\r\n", "A:\r\n  x = 1\nEND\r\n"),
@@ -93,6 +145,17 @@ class Results(KdxTest):
             ("strip", "x = 1 \\\n# c\n", "x = 1\n"), ("strip", "x = 1 # c\r\n# c\r\n", "x = 1\r\n"),
         ]:
             self.expect(arguments, text, output)
+
+    def test_events_are_the_text(self):
+        for text in [b"", b"A", b"\xef\xbb\xbf\n x = \\\r\n \xb0 \\",
+                     b"END\n\0 # \xc3\xa9 \xe2\x80\xae\r\n"]:
+            events = self.run_kdx("events", text)[1]
+            self.expect("write --events", events, text.decode(errors="replace"))
+        self.expect("events", b"A\xb0", '{"kind":"unrecognised","line":1,"column":1,"depth":0,'
+                    '"text":"A\ufffd","sourceHex":"41b0"}\n')
+        for line in ["{}", "[]", "{", '{"sourceHex":"4"}', '{"sourceHex":"4x"}', '{"source":1}']:
+            self.expect("write --events", "\n" + line, "", 2, '<stdin>: error: line 2 is no event '
+                        'with a "source", as kdx events prints them: ' + line + "\n")
 
     def test_of_what_is_no_utf8(self):
         """Is named with its place, unless it stands in nothing that is printed."""
@@ -149,7 +212,12 @@ class Results(KdxTest):
             ('{"/A": {"": "#"}}', f'/A, "": {cannot}a \'#\' would begin a comment.'),
             ('{"/A": {"x": ["a"]}}', 'is no map at "/A", "x": an array is no part of a map'),
             ('{"/A": {}, "/A": {}}', 'is no map at "/A": the object stands here twice'),
-            ("[]", "is no map: an array is no part of a map"),
+            ("[1]", "is no nested map: not an object with type, name, parameters and objects"),
+            ('[{"type": "A-B"}]', f"/A-B: {cannot}{characters}"),
+            ('[{"type": "A", "parameters": {"x": 1.5}}]',
+             "is no nested map at /A: a value is a string: 1.5"),
+            ("[{]", "is no JSON"), ("/A\tx", "line 1 is not PATH<tab>NAME<tab>VALUE: /A x"),
+            ("/A\tx\t1\n/A\tx\t2", "line 2: the parameter stands here twice: /A x 2"),
             ('"x"', "is no map: not an object of objects"),
             ('{"/A": {', "is no JSON: parse error at line 1, column 9: syntax error while parsing "
              "object key - unexpected end of input; expected string literal"),
@@ -158,6 +226,9 @@ class Results(KdxTest):
         for text in [SAMPLE_MAP, '{"/BC/D": {"x": "a &replace mark"}, "/B C": {}}']:
             self.expect("write --replace /B", text, "", 2,
                         "<stdin>: error: has no object /B to replace\n")
+        self.expect("write", '{"/A:b/C": {}}', "A: b\n  C: \n  END # C:\nEND # A:b\n", 0,
+                    "<stdin>: warning: /A:b/C: the map has no object /A:b; should the last '/' "
+                    "belong to a name, this is written as another object\n")
         many = "{" + ", ".join(f'"/A:{i}\\\\": {{"x": "#"}}' for i in range(60)) + "}"
         got, output, errors = self.run_kdx("write", many)
         self.assertEqual((got, output, errors.count(" error: ")), (2, "", 100))
