@@ -100,6 +100,16 @@ Argument Arguments::files(std::vector<std::string>& target) {
                            "KDX files; a directory stands for the *.kdx files in it")};
 }
 
+void Arguments::filesAndPath(std::vector<std::string>& target, const std::string& rest,
+                             const std::string& description) {
+    files(target);  // takes everything; the others are for the help
+    const auto unused = [](const std::string& /*argument*/) {};
+    app.add_option_function<std::string>(
+           "PATH", unused, "The object, as in kdx map: /Sample:s1/Channel:A; must be given")
+        ->type_name("");
+    app.add_option_function<std::string>(rest, unused, description)->type_name("");
+}
+
 Arguments Arguments::alternatives(const std::string& title) {
     CLI::Option_group* group = app.add_option_group(title);
     group->require_option(1);

@@ -85,6 +85,11 @@ public:
     /// The argument FILE..., any number of files and directories.
     Argument files(std::vector<std::string>& target);
 
+    /// The arguments FILE..., PATH and a third one, such as NAME, which goes into the target with
+    /// the others: splitFilesAndPath() tells them apart.
+    void filesAndPath(std::vector<std::string>& target, const std::string& rest,
+                      const std::string& description);
+
     /// A group, under a title of its own, of whose options exactly one must be given.
     Arguments alternatives(const std::string& title);
 
