@@ -4,12 +4,15 @@
 #include <string_view>
 
 #include "Source.h"
+#include "base/Status.h"
 
 namespace kdx {
 
-/// Why a file that is no longer as it was read is not replaced.
-constexpr const char* kChangedMeanwhile =
-    "is left alone: another program changed it after it was read";
+/// A file is no longer as it was read.
+class ChangedMeanwhile : public Trouble {
+public:
+    ChangedMeanwhile() : Trouble("is left alone: another program changed it after it was read") {}
+};
 
 /// Replaces what a file holds, which was read before. Owner, mode, extended attributes, access
 /// control list and hard links stay; of a symbolic link, the file that it leads to is replaced.
@@ -17,8 +20,9 @@ constexpr const char* kChangedMeanwhile =
 /// what has to stay, the file is written to instead, with a safety copy beside it while that lasts;
 /// the copy of a run that died is reported by the next one. Signals that end the process wait until
 /// the file is whole, and nothing else is left beside it.
-/// @throws Trouble when the file is no longer as it was read, or cannot be replaced; it is then as
-/// it was, or the text names the safety copy.
+/// @throws ChangedMeanwhile when the file is no longer as it was read, unless it holds the new
+/// bytes already, as one does that was named twice; Trouble when it cannot be replaced. It is then
+/// as it was, or the text names the safety copy.
 void replaceFile(const std::string& path, const Source& read, std::string_view contents);
 
 }  // namespace kdx

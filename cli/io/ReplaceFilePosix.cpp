@@ -47,7 +47,7 @@ private:
 };
 
 void requireAsRead(const Target& target, const Source& read) {
-    if (!isAsRead(target.path.string(), read)) throw Trouble(kChangedMeanwhile);
+    if (!isAsRead(target.path.string(), read)) throw ChangedMeanwhile();
 }
 
 void requireNoSafetyCopy(const Target& target) {
@@ -126,7 +126,11 @@ void replaceFile(const std::string& path, const Source& read, std::string_view c
     const HeldSignals held;
     requireNoSafetyCopy(target);
     sweepFolder(target.folder());
-    if (!replaceByRename(target, read, contents)) writeInPlace(target, read, contents);
+    try {
+        if (!replaceByRename(target, read, contents)) writeInPlace(target, read, contents);
+    } catch (const ChangedMeanwhile&) {
+        if (!holds(path, contents)) throw;
+    }
 }
 
 }  // namespace kdx

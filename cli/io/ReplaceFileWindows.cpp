@@ -44,9 +44,12 @@ void replaceFile(const std::string& path, const Source& read, std::string_view c
     temporary += ".tmp-" + std::to_string(::GetCurrentProcessId());
     try {
         writeFlushed(temporary, contents);
-        if (!isAsRead(target.string(), read)) throw Trouble(kChangedMeanwhile);
+        if (!isAsRead(target.string(), read)) throw ChangedMeanwhile();
         if (::ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) == 0)
             failReplace("rename");
+    } catch (const ChangedMeanwhile&) {
+        fs::remove(temporary, error);
+        if (!holds(path, contents)) throw;
     } catch (const Trouble&) {
         fs::remove(temporary, error);
         throw;

@@ -68,7 +68,7 @@ void readFile(const std::string& path, Source& source) {
 }
 
 /// Whether a file holds these bytes and no others from where it stands on.
-bool holds(std::FILE* file, std::string_view bytes) {
+bool endsWith(std::FILE* file, std::string_view bytes) {
     std::vector<char> chunk(kFirstChunk);
     for (;;) {
         errno = 0;
@@ -112,8 +112,12 @@ Source readSource(const std::string& argument) {
 
 bool isAsRead(const std::string& path, const Source& read) {
     const File file = openFile(path);
-    return stateOf(file.get()) == read.state && holds(file.get(), read.buffer) &&
+    return stateOf(file.get()) == read.state && endsWith(file.get(), read.buffer) &&
            stateOf(file.get()) == read.state;
+}
+
+bool holds(const std::string& path, std::string_view bytes) {
+    return endsWith(openFile(path).get(), bytes);
 }
 
 }  // namespace kdx

@@ -35,4 +35,7 @@ Source readSource(const std::string& argument);
 /// bytes. Reads it again. @throws Trouble when that fails.
 bool isAsRead(const std::string& path, const Source& read);
 
+/// Whether a file holds these bytes and no others. @throws Trouble when it cannot be read.
+bool holds(const std::string& path, std::string_view bytes);
+
 }  // namespace kdx

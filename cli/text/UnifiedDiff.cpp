@@ -21,53 +21,93 @@ Lines linesOf(std::string_view text) {
     return lines;
 }
 
+/// Lines that give way to others.
+struct Change {
+    std::size_t begin;  // in the text before
+    std::size_t end;
+    std::size_t newBegin;  // in the text after
+    std::size_t newEnd;
+};
+using Changes = std::vector<Change>;
+
+/// The runs of lines that are not the same in both.
+Changes changesOf(const Lines& before, const Lines& after) {
+    Changes changes;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (before[i] == after[i]) continue;
+        if (changes.empty() || changes.back().end != i) changes.push_back({i, i, i, i});
+        ++changes.back().end;
+        ++changes.back().newEnd;
+    }
+    return changes;
+}
+
+std::size_t countLineFeeds(std::string_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+Changes changesOf(std::string_view before, const std::vector<kiv::KDXTextEdit>& edits) {
+    Changes changes;
+    std::size_t offset = 0;
+    std::size_t line = 0;
+    std::size_t newLine = 0;
+    for (const kiv::KDXTextEdit& edit : edits) {
+        const std::size_t kept = countLineFeeds(before.substr(offset, edit.offset - offset));
+        const std::size_t length = linesOf(before.substr(edit.offset, edit.length)).size();
+        const std::size_t newLength = linesOf(edit.replacement).size();
+        line += kept;
+        newLine += kept;
+        changes.push_back({line, line + length, newLine, newLine + newLength});
+        line += length;
+        newLine += newLength;
+        offset = edit.offset + edit.length;
+    }
+    return changes;
+}
+
 class UnifiedDiff {
 public:
-    UnifiedDiff(std::string& appended, std::string_view textBefore, std::string_view textAfter,
+    UnifiedDiff(std::string& appended, const Lines& linesBefore, const Lines& linesAfter,
                 bool withColor)
-        : out(appended), before(linesOf(textBefore)), after(linesOf(textAfter)), color(withColor) {}
+        : out(appended), before(linesBefore), after(linesAfter), color(withColor) {}
 
-    void append() {
-        for (std::size_t at = nextChange(0); at < before.size();) {
-            const std::size_t begin = at - std::min(at, kContext);
-            const std::size_t last = lastOfHunk(at);
-            const std::size_t end = std::min(last + 1 + kContext, before.size());
-            appendHunk(begin, end);
-            at = nextChange(end);
+    void append(const Changes& changes) {
+        for (std::size_t first = 0; first < changes.size();) {
+            std::size_t last = first;
+            while (last + 1 < changes.size() &&
+                   changes[last + 1].begin - changes[last].end <= 2 * kContext)
+                ++last;
+            appendHunk(&changes[first], &changes[last]);
+            first = last + 1;
         }
     }
 
 private:
-    bool isChanged(std::size_t at) const { return before[at] != after[at]; }
-
-    std::size_t nextChange(std::size_t at) const {
-        while (at < before.size() && !isChanged(at)) ++at;
-        return at;
+    void appendHunk(const Change* first, const Change* last) {
+        const std::size_t lead = std::min(first->begin, kContext);
+        const std::size_t tail = std::min(before.size() - last->end, kContext);
+        const std::size_t begin = first->begin - lead;
+        out.append("@@ -").append(range(begin, last->end + tail));
+        out.append(" +").append(range(first->newBegin - lead, last->newEnd + tail));
+        out.append(" @@\n");
+        std::size_t at = begin;
+        for (const Change* change = first; change <= last; ++change) {
+            appendLines(' ', before, at, change->begin);
+            appendLines('-', before, change->begin, change->end);
+            appendLines('+', after, change->newBegin, change->newEnd);
+            at = change->end;
+        }
+        appendLines(' ', before, at, last->end + tail);
     }
 
-    /// The last change whose context touches the context of the one before it.
-    std::size_t lastOfHunk(std::size_t change) const {
-        for (;;) {
-            const std::size_t next = nextChange(change + 1);
-            if (next == before.size() || next - change > 2 * kContext + 1) return change;
-            change = next;
-        }
+    /// Without a line, the one in front of it is named.
+    static std::string range(std::size_t begin, std::size_t end) {
+        return std::to_string(begin + (begin == end ? 0 : 1)) + ',' + std::to_string(end - begin);
     }
 
-    void appendHunk(std::size_t begin, std::size_t end) {
-        const std::string range = std::to_string(begin + 1) + ',' + std::to_string(end - begin);
-        out.append("@@ -").append(range).append(" +").append(range).append(" @@\n");
-        while (begin < end) {
-            if (!isChanged(begin)) {
-                appendLine(' ', before[begin++], "");
-                continue;
-            }
-            std::size_t runEnd = begin;
-            while (runEnd < end && isChanged(runEnd)) ++runEnd;
-            for (std::size_t i = begin; i < runEnd; ++i) appendLine('-', before[i], "\033[31m");
-            for (std::size_t i = begin; i < runEnd; ++i) appendLine('+', after[i], "\033[32m");
-            begin = runEnd;
-        }
+    void appendLines(char mark, const Lines& lines, std::size_t begin, std::size_t end) {
+        const char* colorCode = mark == '-' ? "\033[31m" : "\033[32m";
+        for (std::size_t i = begin; i < end; ++i) appendLine(mark, lines[i], colorCode);
     }
 
     void appendLine(char mark, std::string_view line, const char* colorCode) {
@@ -80,19 +120,34 @@ private:
     }
 
     std::string& out;
-    Lines before;
-    Lines after;
+    const Lines& before;
+    const Lines& after;
     bool color;
 };
+
+void appendHead(std::string& out, std::string_view name) {
+    // Without a tab behind it, patch takes a name to end at its first blank.
+    const char* end = name.find(' ') == std::string_view::npos ? "\n" : "\t\n";
+    out.append("--- ").append(name).append(end).append("+++ ").append(name).append(end);
+}
 
 }  // namespace
 
 void appendUnifiedDiff(std::string& out, std::string_view name, std::string_view before,
                        std::string_view after, bool color) {
-    // Without a tab behind it, patch takes a name to end at its first blank.
-    const char* end = name.find(' ') == std::string_view::npos ? "\n" : "\t\n";
-    out.append("--- ").append(name).append(end).append("+++ ").append(name).append(end);
-    UnifiedDiff(out, before, after, color).append();
+    const Lines linesBefore = linesOf(before);
+    const Lines linesAfter = linesOf(after);
+    appendHead(out, name);
+    UnifiedDiff(out, linesBefore, linesAfter, color).append(changesOf(linesBefore, linesAfter));
+}
+
+void appendUnifiedDiff(std::string& out, std::string_view name, std::string_view before,
+                       const std::vector<kiv::KDXTextEdit>& edits, bool color) {
+    const std::string after = kiv::applyEdits(before, edits);
+    const Lines linesBefore = linesOf(before);
+    const Lines linesAfter = linesOf(after);
+    appendHead(out, name);
+    UnifiedDiff(out, linesBefore, linesAfter, color).append(changesOf(before, edits));
 }
 
 }  // namespace kdx

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <kiv/KDXText.h>
+
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kdx {
 
@@ -10,5 +13,9 @@ namespace kdx {
 /// which no general search for the shortest diff can promise.
 void appendUnifiedDiff(std::string& out, std::string_view name, std::string_view before,
                        std::string_view after, bool color);
+
+/// Appends a unified diff of what edits do to a text. Each replaces whole lines.
+void appendUnifiedDiff(std::string& out, std::string_view name, std::string_view before,
+                       const std::vector<kiv::KDXTextEdit>& edits, bool color);
 
 }  // namespace kdx

@@ -117,6 +117,10 @@ class InPlace(KdxTest):
                 2, "file: error: is left alone: another program changed it after it was read\n"))
             self.assertEqual((self.read("file"), os.listdir(self.folder)), (changed, ["file"]))
 
+    def test_named_twice(self):
+        self.write({"file": 20000 * UGLY})
+        self.expect("fmt -i -j 4 file file ./file file")
+
     def end_at_any_moment(self, arguments, number, old, new):
         """Every file is whole whenever the process ends: as it was, or as it was to become."""
         files = {f"d/{i}.kdx": old for i in range(300)}
