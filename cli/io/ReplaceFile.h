@@ -3,12 +3,26 @@
 #include <string>
 #include <string_view>
 
+#include "Source.h"
+#include "base/Status.h"
+
 namespace kdx {
 
-/// Replaces what a file holds, all at once: whenever the process dies, the file holds the old
-/// bytes or the new ones. Mode and owner stay; of a symbolic link, the file that it leads to is
-/// replaced.
-/// @throws Trouble when that fails; the file is then as it was.
-void replaceFile(const std::string& path, std::string_view contents);
+/// A file is no longer as it was read.
+class ChangedMeanwhile : public Trouble {
+public:
+    ChangedMeanwhile() : Trouble("is left alone: another program changed it after it was read") {}
+};
+
+/// Replaces what a file holds, which was read before. Owner, mode, extended attributes, access
+/// control list and hard links stay; of a symbolic link, the file that it leads to is replaced.
+/// Whenever the process dies, the file holds the old bytes or the new ones. Where that would lose
+/// what has to stay, the file is written to instead, with a safety copy beside it while that lasts;
+/// the copy of a run that died is reported by the next one. Signals that end the process wait until
+/// the file is whole, and nothing else is left beside it.
+/// @throws ChangedMeanwhile when the file is no longer as it was read, unless it holds the new
+/// bytes already, as one does that was named twice; Trouble when it cannot be replaced. It is then
+/// as it was, or the text names the safety copy.
+void replaceFile(const std::string& path, const Source& read, std::string_view contents);
 
 }  // namespace kdx

@@ -4,13 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
+#include "HeldSignals.h"
+#include "TemporaryFile.h"
 #include "base/Status.h"
 
 namespace kdx {
@@ -18,82 +16,121 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void failReplace(const std::string& step) {
-    throw Trouble("cannot be replaced: " + step + ": " + std::generic_category().message(errno));
-}
-
-/// A new file in a folder, which disappears again unless it takes the place of another one.
-class TemporaryFile {
+/// A file that is to be replaced, opened for its attributes.
+class Target {
 public:
-    /// Its name is not made of the target's, which may be as long as a name can be.
-    explicit TemporaryFile(const fs::path& target)
-        : path((target.parent_path() / ".kdx-XXXXXX").string()),
-          descriptor(::mkstemp(path.data())) {
-        if (descriptor < 0) failReplace("a new file beside it");
+    explicit Target(const std::string& argument)
+        : path(canonical(argument)),
+          opened(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {
+        if (opened.number < 0 || ::fstat(opened.number, &status) != 0) failReplace("the file");
+        if (!S_ISREG(status.st_mode)) throw Trouble("cannot be replaced: it is no regular file");
     }
 
-    ~TemporaryFile() {
-        if (descriptor >= 0) ::close(descriptor);
-        if (!path.empty()) ::unlink(path.c_str());
+    fs::path folder() const { return path.parent_path(); }
+
+    /// Named after the file's number, which stays when the file is written to.
+    fs::path safetyCopy() const {
+        return folder() / (".kdx-saved-" + std::to_string(status.st_ino));
     }
 
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    void write(std::string_view contents) const {
-        while (!contents.empty()) {
-            const ssize_t count = ::write(descriptor, contents.data(), contents.size());
-            if (count < 0 && errno == EINTR) continue;
-            if (count < 0) failReplace("write");
-            contents.remove_prefix(static_cast<std::size_t>(count));
-        }
-    }
-
-    /// The owner first: changing it may take bits off the mode.
-    void takeOwnerAndMode(const struct stat& from) const {
-        struct stat own {};
-        if (::fstat(descriptor, &own) != 0) failReplace("its owner");
-        const bool sameOwner = own.st_uid == from.st_uid && own.st_gid == from.st_gid;
-        if (!sameOwner && ::fchown(descriptor, from.st_uid, from.st_gid) != 0)
-            failReplace("its owner");
-        if (::fchmod(descriptor, from.st_mode & 07777U) != 0) failReplace("its mode");
-    }
-
-    void moveOver(const fs::path& target) {
-        if (::fsync(descriptor) != 0) failReplace("flush");
-        const int closing = std::exchange(descriptor, -1);
-        if (::close(closing) != 0) failReplace("close");
-        if (std::rename(path.c_str(), target.c_str()) != 0) failReplace("rename");
-        path.clear();
-    }
+    const fs::path path;
+    const Descriptor opened;
+    struct stat status {};
 
 private:
-    std::string path;
-    int descriptor;
+    static fs::path canonical(const std::string& argument) {
+        std::error_code error;
+        fs::path path = fs::canonical(argument, error);
+        if (error) failReplace("the file", error);
+        return path;
+    }
 };
 
-/// Makes a rename last. Not every file system can; the rename stands all the same.
-void flushFolder(const fs::path& folder) {
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    ::fsync(descriptor);
-    ::close(descriptor);
+void requireAsRead(const Target& target, const Source& read) {
+    if (!isAsRead(target.path.string(), read)) throw ChangedMeanwhile();
+}
+
+void requireNoSafetyCopy(const Target& target) {
+    std::error_code unknown;
+    const fs::path copy = target.safetyCopy();
+    if (fs::exists(fs::symlink_status(copy, unknown)))
+        throw Trouble("is left alone: another run is writing to it, or died meanwhile; then " +
+                      copy.string() + " holds what it was: copy that into it, or remove that");
+}
+
+/// @return false, with everything as it was, when the file would lose what has to stay.
+bool replaceByRename(const Target& target, const Source& read, std::string_view contents) {
+    if (target.status.st_nlink > 1) return false;
+    TemporaryFile temporary(target.folder(), contents);
+    if (!temporary.takeAttributes(target.opened.number, target.status)) return false;
+    temporary.flush();
+    requireAsRead(target, read);
+    temporary.moveOver(target.path);
+    return true;
+}
+
+void overwrite(int file, std::string_view contents) {
+    if (::lseek(file, 0, SEEK_SET) != 0) failReplace("seek");
+    writeAll(file, contents);
+    if (::ftruncate(file, static_cast<off_t>(contents.size())) != 0) failReplace("truncate");
+    if (::fsync(file) != 0) failReplace("flush");
+}
+
+/// What a file was, beside it while it is written to.
+class SafetyCopy {
+public:
+    SafetyCopy(const Target& target, std::string_view contents) : path(target.safetyCopy()) {
+        TemporaryFile temporary(target.folder(), contents);
+        temporary.flush();
+        temporary.stayAs(path);
+    }
+    ~SafetyCopy() {
+        if (!isNeeded) ::unlink(path.c_str());
+    }
+    SafetyCopy(const SafetyCopy&) = delete;
+    SafetyCopy& operator=(const SafetyCopy&) = delete;
+
+    const fs::path path;
+    bool isNeeded = false;
+};
+
+void restore(int file, std::string_view contents, const Trouble& trouble, SafetyCopy& copy) {
+    try {
+        overwrite(file, contents);
+        copy.isNeeded = false;
+    } catch (const Trouble&) {
+        throw Trouble(std::string(trouble.what()) + "; it is broken now, and " +
+                      copy.path.string() + " holds what it was");
+    }
+}
+
+void writeInPlace(const Target& target, const Source& read, std::string_view contents) {
+    const Descriptor file(::open(target.path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (file.number < 0) failReplace("open it for writing");
+    SafetyCopy copy(target, read.buffer);
+    requireAsRead(target, read);
+    copy.isNeeded = true;
+    try {
+        overwrite(file.number, contents);
+        copy.isNeeded = false;
+    } catch (const Trouble& trouble) {
+        restore(file.number, read.buffer, trouble, copy);
+        throw;
+    }
 }
 
 }  // namespace
 
-void replaceFile(const std::string& path, std::string_view contents) {
-    std::error_code error;
-    const fs::path target = fs::canonical(path, error);
-    struct stat old {};
-    if (error || ::stat(target.c_str(), &old) != 0) failReplace("the file");
-    if (!S_ISREG(old.st_mode)) throw Trouble("cannot be replaced: it is no regular file");
-
-    TemporaryFile temporary(target);
-    temporary.write(contents);
-    temporary.takeOwnerAndMode(old);
-    temporary.moveOver(target);
-    flushFolder(target.parent_path());
+void replaceFile(const std::string& path, const Source& read, std::string_view contents) {
+    const Target target(path);
+    const HeldSignals held;
+    requireNoSafetyCopy(target);
+    sweepFolder(target.folder());
+    try {
+        if (!replaceByRename(target, read, contents)) writeInPlace(target, read, contents);
+    } catch (const ChangedMeanwhile&) {
+        if (!holds(path, contents)) throw;
+    }
 }
 
 }  // namespace kdx

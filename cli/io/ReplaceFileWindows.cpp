@@ -36,7 +36,7 @@ void writeFlushed(const fs::path& path, std::string_view contents) {
 
 }  // namespace
 
-void replaceFile(const std::string& path, std::string_view contents) {
+void replaceFile(const std::string& path, const Source& read, std::string_view contents) {
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
     if (error) throw Trouble("cannot be replaced: the file: " + error.message());
@@ -44,8 +44,12 @@ void replaceFile(const std::string& path, std::string_view contents) {
     temporary += ".tmp-" + std::to_string(::GetCurrentProcessId());
     try {
         writeFlushed(temporary, contents);
+        if (!isAsRead(target.string(), read)) throw ChangedMeanwhile();
         if (::ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) == 0)
             failReplace("rename");
+    } catch (const ChangedMeanwhile&) {
+        fs::remove(temporary, error);
+        if (!holds(path, contents)) throw;
     } catch (const Trouble&) {
         fs::remove(temporary, error);
         throw;

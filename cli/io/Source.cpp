@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <vector>
 
 #include "base/Status.h"
 
@@ -49,15 +50,34 @@ std::string readAll(std::FILE* file, std::size_t size, bool fromDevice) {
     return buffer;
 }
 
-std::string readFile(const std::string& path) {
+File openFile(const std::string& path) {
+    errno = 0;
+    File file(std::fopen(path.c_str(), "rb"));
+    if (!file) failRead(errno);
+    return file;
+}
+
+void readFile(const std::string& path, Source& source) {
     std::error_code error;
     if (fs::is_directory(path, error)) throw Trouble("is a directory, not a file");
-    errno = 0;
-    const File file(std::fopen(path.c_str(), "rb"));
-    if (!file) failRead(errno);
-    const std::uintmax_t size = fs::file_size(path, error);
-    if (error || size == 0) return readAll(file.get(), kFirstChunk, isDevice(path));
-    return readAll(file.get(), static_cast<std::size_t>(size) + 1, false);
+    const File file = openFile(path);
+    source.state = stateOf(file.get());
+    const auto size = static_cast<std::size_t>(source.state.size);
+    source.buffer = size == 0 ? readAll(file.get(), kFirstChunk, isDevice(path))
+                              : readAll(file.get(), size + 1, false);
+}
+
+/// Whether a file holds these bytes and no others from where it stands on.
+bool endsWith(std::FILE* file, std::string_view bytes) {
+    std::vector<char> chunk(kFirstChunk);
+    for (;;) {
+        errno = 0;
+        const std::size_t count = std::fread(chunk.data(), 1, chunk.size(), file);
+        if (std::ferror(file) != 0) failRead(errno);
+        if (bytes.substr(0, count) != std::string_view(chunk.data(), count)) return false;
+        bytes.remove_prefix(count);
+        if (count < chunk.size()) return bytes.empty();
+    }
 }
 
 }  // namespace
@@ -82,10 +102,22 @@ std::string displayName(const std::string& argument) {
 Source readSource(const std::string& argument) {
     Source source;
     source.name = displayName(argument);
-    source.buffer = argument == kStandardInput ? readAll(stdin, kFirstChunk, isDevice("/dev/stdin"))
-                                               : readFile(argument);
+    if (argument == kStandardInput)
+        source.buffer = readAll(stdin, kFirstChunk, isDevice("/dev/stdin"));
+    else
+        readFile(argument, source);
     source.hasByteOrderMark = source.buffer.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0;
     return source;
+}
+
+bool isAsRead(const std::string& path, const Source& read) {
+    const File file = openFile(path);
+    return stateOf(file.get()) == read.state && endsWith(file.get(), read.buffer) &&
+           stateOf(file.get()) == read.state;
+}
+
+bool holds(const std::string& path, std::string_view bytes) {
+    return endsWith(openFile(path).get(), bytes);
 }
 
 }  // namespace kdx

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "FileState.h"
+
 namespace kdx {
 
 /// An input of a command, read whole.
@@ -10,6 +12,7 @@ struct Source {
     std::string name;    ///< as messages name it
     std::string buffer;  ///< every byte
     bool hasByteOrderMark = false;
+    FileState state;  ///< of the file when it was opened; nothing for the standard input
 
     /// The byte order mark that stands in front of the text, or nothing.
     std::string_view byteOrderMark() const;
@@ -27,5 +30,12 @@ std::string displayName(const std::string& argument);
 
 /// Reads a file, or the standard input. @throws Trouble when that fails, or for a directory.
 Source readSource(const std::string& argument);
+
+/// Whether a file is the one that was read, in the state in which it was read, and holds the same
+/// bytes. Reads it again. @throws Trouble when that fails.
+bool isAsRead(const std::string& path, const Source& read);
+
+/// Whether a file holds these bytes and no others. @throws Trouble when it cannot be read.
+bool holds(const std::string& path, std::string_view bytes);
 
 }  // namespace kdx

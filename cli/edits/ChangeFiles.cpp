@@ -1,0 +1,83 @@
+#include "ChangeFiles.h"
+
+#include <kiv/Error.h>
+
+#include "io/ReplaceFile.h"
+#include "messages/Diagnostics.h"
+#include "text/ShownText.h"
+#include "text/UnifiedDiff.h"
+#include "work/Work.h"
+
+namespace kdx {
+namespace {
+
+using kiv::KDXDocument;
+
+/// In a list of edits, which one it was.
+std::string withLine(const Edit& edit, const std::string& text) {
+    return edit.line == 0 ? text : "edit on line " + std::to_string(edit.line) + ": " + text;
+}
+
+void reportRefused(Outcome& outcome, const Source& source, const KDXDocument& document,
+                   const Edit& edit, const std::string& why, const Settings& settings) {
+    outcome.raise(Status::trouble);
+    const std::string text = document.text();
+    const KDXDocument::Node node = changedBy(document, edit);
+    const Place place =
+        node == KDXDocument::Node::none ? Place() : placeIn(text, document.placeOf(node));
+    appendProblem(outcome.diagnostics, source.name,
+                  {Severity::error, "refused-edit", place, withLine(edit, why)}, settings);
+}
+
+/// @return false when that is not so; the outcome then says why.
+bool isMade(const Edit& edit, KDXDocument& document, const Source& source, Outcome& outcome,
+            const Settings& settings) {
+    try {
+        applyEdit(document, edit);
+        return true;
+    } catch (const NotThere& missing) {
+        outcome.raise(Status::findings);
+        appendTrouble(outcome.diagnostics, source.name, withLine(edit, missing.what()), settings);
+    } catch (const Trouble& trouble) {
+        reportRefused(outcome, source, document, edit, trouble.what(), settings);
+    } catch (const kiv::Error& error) {
+        reportRefused(outcome, source, document, edit, shown(error.message()), settings);
+    }
+    return false;
+}
+
+Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
+                   const ChangeOptions& options, const Settings& settings) {
+    if (options.inPlace && file == kStandardInput)
+        throw Trouble("cannot be changed in place: leave out -i, or name a file");
+    Outcome outcome;
+    const Source source = readSource(file);
+    KDXDocument document(source.buffer);
+    for (const Edit& edit : edits)
+        if (!isMade(edit, document, source, outcome, settings)) return outcome;
+
+    if (!options.inPlace && !options.diff) {
+        document.write(outcome.results);
+        return outcome;
+    }
+    const std::vector<kiv::KDXTextEdit> changes = document.textEdits();
+    if (changes.empty()) return outcome;
+    if (options.inPlace) {
+        replaceFile(file, source, document.text());
+        return outcome;
+    }
+    outcome.status = Status::findings;
+    appendUnifiedDiff(outcome.results, source.name, source.buffer, changes, settings.outputColor);
+    return outcome;
+}
+
+}  // namespace
+
+Status changeFiles(const std::vector<std::string>& files, const std::vector<Edit>& edits,
+                   const ChangeOptions& options, const Settings& settings) {
+    return workOnArguments(files, settings, [&](const std::string& file, std::size_t) {
+        return changeFile(file, edits, options, settings);
+    });
+}
+
+}  // namespace kdx

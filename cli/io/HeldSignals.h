@@ -1,0 +1,16 @@
+#pragma once
+
+namespace kdx {
+
+/// While one of these lives, the signals INT, TERM and HUP do not end the process. The last one to
+/// go ends it by the signal that came meanwhile; once one has come, a new one waits for the end.
+/// Signals that the process was started to ignore stay ignored. Works across threads.
+class HeldSignals {
+public:
+    HeldSignals();
+    ~HeldSignals();
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+};
+
+}  // namespace kdx

@@ -1,0 +1,163 @@
+#!/usr/bin/env python3
+"""How kdx changes a file in its place: what stays, and what other programs and signals do to it."""
+
+import fcntl
+import os
+import random
+import signal
+import struct
+import subprocess
+import time
+import unittest
+
+import kdx_test
+from kdx_test import FORMATTED, KDX, UGLY, KdxTest
+
+ACCESS_LIST = struct.pack("<I" + 5 * "HHI", 2, 1, 6, 2**32 - 1, 2, 6, 1234, 4, 4, 2**32 - 1, 16, 6,
+                          2**32 - 1, 32, 4, 2**32 - 1)  # user::rw user:1234:rw group::r mask::rw
+
+
+class InPlace(KdxTest):
+    def setUp(self):
+        super().setUp()
+        self.write({"file": UGLY})
+        self.file = self.folder / "file"
+
+    def expect_replaced(self, prefix=()):
+        self.assertEqual(self.run_kdx("fmt -i file", prefix=prefix), (0, "", ""))
+        self.assertEqual(self.read("file"), FORMATTED)
+        self.assertEqual([n for n in os.listdir(self.folder) if n.startswith(".kdx")], [])
+
+    def expect_left_alone(self, message):
+        status, output, errors = self.run_kdx("fmt -i file")
+        self.assertEqual((status, output, self.read("file")), (2, "", UGLY))
+        self.assertTrue(errors.startswith("file: error: " + message), errors)
+
+    def test_hard_link_stays(self):
+        os.link(self.file, self.folder / "other")
+        self.expect_replaced()
+        self.assertEqual(self.file.stat().st_ino, (self.folder / "other").stat().st_ino)
+
+    def test_attributes_stay(self):
+        for name, value in [("user.note", b"kept"), ("system.posix_acl_access", ACCESS_LIST)]:
+            with self.subTest(name=name):
+                self.write({"file": UGLY})
+                try:
+                    os.setxattr(self.file, name, value)
+                except OSError as error:
+                    self.skipTest(f"no such attribute here: {error}")
+                before = self.file.stat().st_mode
+                self.expect_replaced()
+                self.assertEqual(os.getxattr(self.file, name), value)
+                self.assertEqual(self.file.stat().st_mode, before)
+
+    @unittest.skipUnless(os.geteuid() == 0, "needs root to give a file away")
+    def test_owner_stays_where_it_cannot_be_given(self):
+        os.chown(self.file, 1234, 4321)
+        number = self.file.stat().st_ino
+        self.expect_replaced(prefix=["setpriv", "--bounding-set=-chown", "--inh-caps=-chown"])
+        after = self.file.stat()
+        self.assertEqual((after.st_uid, after.st_gid, after.st_ino), (1234, 4321, number))
+
+    def test_what_killed_runs_left(self):
+        """Temporary files go, but those of living processes; a safety copy is told of."""
+        self.write({".kdx-Abc123": "half"})
+        self.expect_replaced()
+        self.write({"file": UGLY, ".kdx-living": "", ".kdx-other": "", ".kdx-a.kdx1": ""})
+        with open(self.folder / ".kdx-living") as living:
+            fcntl.flock(living, fcntl.LOCK_EX)
+            self.assertEqual(self.run_kdx("fmt -i file")[0], 0)
+        self.assertEqual(sorted(os.listdir(self.folder)),
+                         [".kdx-a.kdx1", ".kdx-living", ".kdx-other", "file"])
+        self.write({"file": UGLY})
+        self.write({f".kdx-saved-{self.file.stat().st_ino}": UGLY})
+        self.expect_left_alone("is left alone: another run is writing to it, or died meanwhile")
+
+    def stopped_after_reading(self, size):
+        """A run that has read the file and has written nothing; None when it was too quick."""
+        running = subprocess.Popen([*KDX, "fmt", "-i", "file"], cwd=self.folder,
+                                   stderr=subprocess.PIPE)
+        counts = {"rchar": 0}
+        while counts["rchar"] < size and running.poll() is None:
+            with open(f"/proc/{running.pid}/io") as lines:
+                counts = {key: int(value) for key, value in (line.split(":") for line in lines)}
+        running.send_signal(signal.SIGSTOP)
+        time.sleep(0.01)
+        with open(f"/proc/{running.pid}/io") as lines:
+            if "wchar: 0\n" in lines.readlines():
+                return running
+        running.kill()
+        running.communicate()
+        return None
+
+    @unittest.skipUnless(os.path.exists("/proc/self/io"), "needs to see what a process has read")
+    def test_changed_after_it_was_read(self):
+        old = 20000 * UGLY
+
+        def change_a_byte():
+            times = self.file.stat()
+            with open(self.file, "r+b") as file:
+                file.write(b"#")
+            os.utime(self.file, ns=(times.st_atime_ns, times.st_mtime_ns))
+
+        def replace():
+            self.write({"new": old})
+            os.replace(self.folder / "new", self.file)
+
+        for change in [change_a_byte, replace, lambda: self.write({"file": old + "x = 1\n"})]:
+            running = None
+            while running is None:
+                self.write({"file": old})
+                running = self.stopped_after_reading(len(old))
+            change()
+            changed = self.read("file")
+            running.send_signal(signal.SIGCONT)
+            errors = running.communicate()[1].decode()
+            self.assertEqual((running.returncode, errors), (
+                2, "file: error: is left alone: another program changed it after it was read\n"))
+            self.assertEqual((self.read("file"), os.listdir(self.folder)), (changed, ["file"]))
+
+    def test_named_twice(self):
+        self.write({"file": 20000 * UGLY})
+        self.expect("fmt -i -j 4 file file ./file file")
+
+    def end_at_any_moment(self, arguments, number, old, new):
+        """Every file is whole whenever the process ends: as it was, or as it was to become."""
+        files = {f"d/{i}.kdx": old for i in range(300)}
+        source = random.Random(3)
+        half_done = 0
+        for _ in range(12):
+            self.write(files)
+            running = subprocess.Popen([*KDX, *arguments, "d"], cwd=self.folder)
+            time.sleep(source.uniform(0, 0.15))
+            running.send_signal(number)
+            self.assertIn(running.wait(), [0, -number])
+            contents = {self.read(name) for name in files}
+            self.assertLessEqual(contents, {old, new})
+            half_done += len(contents) == 2
+            if number != signal.SIGKILL:
+                self.assertEqual(len(os.listdir(self.folder / "d")), len(files))
+        self.assertGreater(half_done, 0)
+
+    def test_ended_at_any_moment(self):
+        old = UGLY + 300 * "A:\nx = 1\nEND\n"
+        new = FORMATTED + 300 * "A:\n  x = 1\nEND\n"
+        for number in [signal.SIGKILL, signal.SIGTERM]:
+            with self.subTest(number=number):
+                self.end_at_any_moment(["fmt", "-i"], number, old, new)
+        self.write({"d/0.kdx": old})
+        self.assertEqual(self.run_kdx("fmt -i d")[0], 0)
+        self.assertEqual([n for n in os.listdir(self.folder / "d") if n.startswith(".")], [])
+
+    def test_ignored_signals_stay_ignored(self):
+        self.write({f"d/{i}.kdx": UGLY for i in range(300)})
+        running = subprocess.Popen([*KDX, "fmt", "-i", "d"], cwd=self.folder,
+                                   preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        while running.poll() is None:
+            running.send_signal(signal.SIGHUP)
+            time.sleep(0.01)
+        self.assertEqual(self.run_kdx("fmt --check d"), (0, "", ""))
+
+
+if __name__ == "__main__":
+    kdx_test.main()
