@@ -13,7 +13,8 @@ AFTER = "\n# c\n! v\nS: s\ny=\\\n1\n> go\n> stop\nx=2\nEND\nT:\nEND\n"
 
 class Diff(KdxTest):
     def test_of_files(self):
-        self.write({"a": BEFORE, "b": AFTER, "f": NESTED, "same": "# c\n" + NESTED.replace("  ", ""),
+        self.write({"a": BEFORE, "b": AFTER, "f": NESTED,
+                    "same": "# c\n" + NESTED.replace("  ", ""),
                     "g": NESTED.replace("10", "11").replace(": B", ": C"), "bad": "END\n",
                     "twice": "A:\nx=1\nx=2\nEND\nA:\n> b\n> a\n> b\nEND\n",
                     "once": "A:\n> a\n> b\n> b\nx=1\nEND\n", "less": "A:\n> a\n> b\nx=1\nEND\n",
@@ -25,7 +26,8 @@ class Diff(KdxTest):
             ("- -", "", 2, "kdx: the standard input (-) can be read only once\n"),
             ("f", "", 2, "kdx: diff takes two files, or two folders\n"),
             ("f .", "", 2, "kdx: a file cannot be compared with a folder\n"),
-            ("--git f g", "", 2, "kdx: --git is for git: it takes the arguments of a diff driver\n"),
+            ("--git f g", "", 2,
+             "kdx: --git is for git: it takes the arguments of a diff driver\n"),
             ("a b", "     /S:s\n-  3   x = 1\n+  8   > stop\n+  9   x = 2\n", 1),
             ("--ignore-order a b", "     /S:s\n-  3   x = 1\n+  9   x = 2\n+  8   > stop\n", 1),
             ("--ignore-order once less", "    /A\n- 4   > b\n", 1),
@@ -43,7 +45,8 @@ class Diff(KdxTest):
             ("--json once less",
              '{"change":"removed","path":"/A","action":"> b","beforeLine":4}\n', 1),
             ("none slash", "+ 1 /A:b/C\n+ 2   x = 1\n", 1,
-             "slash: note: in /A:b/C a '/' belongs to a name: other objects may have the same path\n"),
+             "slash: note: in /A:b/C a '/' belongs to a name: other objects may have the same "
+             "path\n"),
             ("--json latin latin2", '{"change":"added","path":"/B","name":"y","after":"1",'
              '"afterLine":3}\n', 1),
             ("--json none latin", "", 2,
@@ -78,8 +81,8 @@ class Diff(KdxTest):
             self.assertLess(time.monotonic() - begin, 20)
 
     def git(self, arguments):
-        return subprocess.run(["git", "-c", "user.name=n", "-c", "user.email=e", *arguments.split()],
-                              cwd=self.folder, check=True, capture_output=True, text=True).stdout
+        return subprocess.run(["git", "-c", "user.name=n", "-c", "user.email=e",
+                               *arguments.split()], cwd=self.folder, check=True, capture_output=True, text=True).stdout
 
     def test_in_git(self):
         self.git("init -q")
