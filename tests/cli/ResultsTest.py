@@ -23,10 +23,7 @@ class Results(KdxTest):
                     "END\n",
                     "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
                     "acts": ">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n",
-                    "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n",
-                    "same": "# c\n" + NESTED.replace("  ", ""),
-                    "other": NESTED.replace("10", "11").replace("Cut = 5", "")
-                    .replace(": B", ": C").replace("Gain = 4", "New = 1")})
+                    "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n"})
         slash = ("slash:1:5: warning: the '/' in the name makes the path /A:x/y read as that of an "
                  "object one level deeper [ambiguous-path]\nA: x/y\n    ^\n")
         conflict = ('x2:2:3: warning: /A, x is 2 here, and 1 at x1:2:3 [conflict]\nx=2\n  ^\n')
@@ -91,19 +88,6 @@ class Results(KdxTest):
             ("map --flat slash", "/A:x/y\tz\t2\n/A:x/y/C\tw\t3\n", 0, slash),
             ("map --flat bad x1", "/A\tx\t1\n", 2, problem),
             ("map bad", "", 2, problem),
-            ("diff f bad", "", 2, problem),
-            ("diff - -", "", 2, "kdx: the standard input (-) can be read only once\n"),
-            ("diff f same", ""),
-            ("diff f other", "  /Sample:s1\n-   Rate = 10\n+   Rate = 11\n"
-             "  /Sample:s1/Channel:A/Filter:F\n-   Cut = 5\n- /Sample:s1/Channel:B\n"
-             "-   Gain = 4\n+ /Sample:s1/Channel:C\n+   New = 1\n", 1),
-            ("diff --json f other",
-             '{"change":"changed","path":"/Sample:s1","name":"Rate","before":"10","after":"11"}\n'
-             '{"change":"removed","path":"/Sample:s1/Channel:A/Filter:F","name":"Cut","before":"5"}'
-             '\n{"change":"removed","path":"/Sample:s1/Channel:B"}\n'
-             '{"change":"removed","path":"/Sample:s1/Channel:B","name":"Gain","before":"4"}\n'
-             '{"change":"added","path":"/Sample:s1/Channel:C"}\n'
-             '{"change":"added","path":"/Sample:s1/Channel:C","name":"New","after":"1"}\n', 1),
         ]:
             self.expect(arguments, "", output, *failure)
 
@@ -178,12 +162,6 @@ class Results(KdxTest):
         self.write({"a": SAMPLE, "latin": b"B:\nx = \xb0\nEND\n"})
         self.assertEqual(self.run_kdx("map latin a")[:2], (2, SAMPLE_MAP))
         self.expect("map --only Sample latin a", "", SAMPLE_MAP)
-        self.expect("diff --json a latin", "", "", 2,
-                    '{"file":"latin","line":2,"column":5,"severity":"error","rule":"no-utf8",'
-                    '"message":"/B, x: the byte 0xB0' + cure + '"}\n')
-        self.write({"latin2": b"B:\nx = \xb0\ny = 1\nEND\n"})
-        self.expect("diff --json latin latin2", "",
-                    '{"change":"added","path":"/B","name":"y","after":"1"}\n', 1)
         for arguments in ["get latin /B", "find latin --type B"]:
             got, output, errors = self.run_kdx(arguments + " --json")
             self.assertEqual((got, output), (2, ""))
