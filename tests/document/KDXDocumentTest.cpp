@@ -318,6 +318,11 @@ TEST(KDXDocument, findsByPathAndPattern) {
     }
     EXPECT_EQ(document.findObjects(readPath("/**")).size(), 4U);
     EXPECT_EQ(document.findObjects({}), std::vector<Node>{document.root()});
+
+    std::string path = "/A:a";
+    for (const auto& [type, name] : {std::pair("B", "B"), {"C", ""}, {"D", "x/y"}})
+        kiv::appendLevel(path, std::string(type), std::string(name));
+    EXPECT_EQ(path, "/A:a/B/C/D:x/y");
 }
 
 TEST(KDXDocument, tellsWhatWasChangedInRuns) {
