@@ -80,7 +80,7 @@ void appendForPrograms(std::string& out, std::string_view file, const Problem& p
     out += '\n';
 }
 
-/// Text as GitHub reads it back; `special` are the characters to escape besides line ends.
+/// Text as GitHub reads it back; `special` are the characters to escape.
 std::string escaped(std::string_view text, std::string_view special) {
     std::string result;
     for (const char c : text) {

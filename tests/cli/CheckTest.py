@@ -120,7 +120,7 @@ class Check(KdxTest):
             ("d --exclude 'b'", "a.kdx"), ("d --exclude '?.kdx'", "b/x[1].kdx"),
             ("d --exclude 'b/*.kdx' --exclude 'x*'", "a.kdx", "b/c/é.kdx"),
             ("d --exclude '**/[!b-z].k*x'", "a.kdx", "b/x[1].kdx"),
-            ("d --exclude 'b/**'", "a.kdx"), ("d --exclude 'b/*/?.kdx' --exclude a.kdx",
+            ("d/ --exclude 'b/**'", "a.kdx"), ("d --exclude 'b/*/?.kdx' --exclude a.kdx",
                                               "b/x[1].kdx"),
             ("d --exclude 'b/x[[]1]*' --exclude '[a]*'", "b/c/é.kdx"),
         ]:
