@@ -1,7 +1,7 @@
 #!/bin/sh
 # Takes real text through the library with kdx: this machine's package database, written as KDX, is
 # checked, looked at, read into a map, changed, written back and read again; then the examples are
-# formatted, searched and divided. Installs what is missing and builds first.
+# formatted, searched, divided and changed. Installs what is missing and builds first.
 #
 #   scripts/demo.sh [PRESET]    of the build; release where none is named
 set -eu
@@ -76,3 +76,6 @@ show 'kdx fmt -i flat.kdx && kdx fmt --check flat.kdx && kdx diff deployment.kdx
 show 'kdx find deployment.kdx --type Health'
 show 'kdx split --actions night_run.kdx'
 show 'kdx strip night_run.kdx | kdx get - /Sample:blank'
+
+show 'kdx set -i night_run.kdx /Method:overnight/Step:measure Average=8'
+show 'diff ../../examples/night_run.kdx night_run.kdx'

@@ -123,13 +123,16 @@ class InPlace(KdxTest):
 
     def end_at_any_moment(self, arguments, number, old, new):
         """Every file is whole whenever the process ends: as it was, or as it was to become."""
-        files = {f"d/{i}.kdx": old for i in range(300)}
+        files = {f"d/{i}.kdx": old for i in range(100, 300)}
         source = random.Random(3)
         half_done = 0
-        for _ in range(12):
+        for _ in range(6):
             self.write(files)
-            running = subprocess.Popen([*KDX, *arguments, "d"], cwd=self.folder)
-            time.sleep(source.uniform(0, 0.15))
+            late = self.folder / f"d/{source.randrange(100, 280)}.kdx"
+            before = late.stat().st_ino
+            running = subprocess.Popen([*KDX, *arguments], cwd=self.folder)
+            while running.poll() is None and late.stat().st_ino == before:
+                time.sleep(source.uniform(0, 0.002))
             running.send_signal(number)
             self.assertIn(running.wait(), [0, -number])
             contents = {self.read(name) for name in files}
@@ -141,11 +144,13 @@ class InPlace(KdxTest):
 
     def test_ended_at_any_moment(self):
         old = UGLY + 300 * "A:\nx = 1\nEND\n"
-        new = FORMATTED + 300 * "A:\n  x = 1\nEND\n"
+        formatted = FORMATTED + 300 * "A:\n  x = 1\nEND\n"
+        changed = old.replace("x = 1", "x = 2", 1)
         for number in [signal.SIGKILL, signal.SIGTERM]:
-            with self.subTest(number=number):
-                self.end_at_any_moment(["fmt", "-i"], number, old, new)
-        self.write({"d/0.kdx": old})
+            for arguments, new in [("fmt -i d", formatted), ("set -i d /A x=2", changed)]:
+                with self.subTest(number=number, arguments=arguments):
+                    self.end_at_any_moment(arguments.split(), number, old, new)
+        self.write({"d/100.kdx": old})
         self.assertEqual(self.run_kdx("fmt -i d")[0], 0)
         self.assertEqual([n for n in os.listdir(self.folder / "d") if n.startswith(".")], [])
 
