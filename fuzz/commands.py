@@ -4,9 +4,11 @@
     commands.py KDX ORACLE COUNT SEED
 """
 
+import json
 import os
 import pathlib
 import random
+import re
 import subprocess
 import sys
 import tempfile
@@ -66,37 +68,48 @@ def tree_of(events):
     return objects
 
 
+def found(events, type_):
+    """Those of the objects of a type, and of what is in them."""
+    out, depth = [], 0
+    for event in events:
+        if depth == 0 and (event[0], event[1]) != (b"o", type_):
+            continue
+        out.append(event)
+        depth += {b"o": 1, b"e": -1}.get(event[0], 0)
+    return out
+
+
+def sources(file):
+    events = [json.loads(line) for line in run("events", file)[1].splitlines()]
+    return [event.get("source", event.get("sourceHex")) for event in events]
+
+
 def drawn(objects, output):
     """Whether a drawing shows these objects, each in its column."""
-    lines = output.split(b"\n")[:-1]
-    if len(lines) != len(objects):
-        return False
-    for (depth, title, parameters), line in zip(objects, lines):
-        text = line.decode(errors="surrogateescape")[4 * depth:].encode(errors="surrogateescape")
-        if not text.startswith(title + b" (%d parameter" % parameters):
-            return False
-    return True
+    lines = output.decode(errors="surrogateescape").split("\n")[:-1]
+    return len(lines) == len(objects) and all(
+        line[4 * depth:].encode(errors="surrogateescape").startswith(
+            title + b" (%d parameter" % parameters)
+        for (depth, title, parameters), line in zip(objects, lines))
 
 
 class Laws:
     def __init__(self):
         self.random = random.Random(SEED)
-        self.derived = []  # texts made by commands: file, what it has to say, law, made of
+        self.derived = []  # texts made by commands: file, its events, law, made of
         self.checked = 0
         self.failed = 0
 
     def require(self, holds, law, file):
         self.checked += 1
-        if holds:
-            return
-        self.failed += 1
-        print(f"BROKEN LAW: {law}\n  {pathlib.Path(file).read_bytes()!r}")
+        self.failed += 0 if holds else 1
+        if not holds:
+            print(f"BROKEN LAW: {law}\n  {pathlib.Path(file).read_bytes()!r}")
 
-    def derive(self, text, name, told, law, file):
-        """Has the text read by the library, later."""
+    def derive(self, text, name, events, law, file):  # the library reads it later
         path = f"{file}.{name}"
         pathlib.Path(path).write_bytes(text)
-        self.derived.append((path, told, law, file))
+        self.derived.append((path, events, law, file))
         return path
 
     def of_refused(self, file):
@@ -110,33 +123,51 @@ class Laws:
         self.require(drawn(tree_of(told.events), run("tree", file)[1]),
                      "tree shows the library's objects", file)
         for command in ["strip", "fmt"]:
-            made = self.derive(run(command, file)[1], command, told,
+            made = self.derive(run(command, file)[1], command, told.events,
                                f"{command} changes no event", file)
             self.require(run("diff", file, made) == (0, b""), f"diff finds {command} equal", file)
-        self.of_get(file, told)
+        status, output = run("write", "--events", text=run("events", file)[1])
+        self.require((status, output) == (0, pathlib.Path(file).read_bytes()),
+                     "write --events makes the text of its events", file)
+        self.derive(run("split", file)[1], "split", told.events, "split changes no event", file)
+        self.of_get_and_set(file, told)
+        self.of_find(file, told)
         self.of_diff(file, told)
 
-    def of_get(self, file, told):
+    def of_get_and_set(self, file, told):
         values = [entry for entry in told.entries if b"\0" not in b"".join(entry)]
         ambiguous = any(kind == b"o" and b"/" in name for kind, _, name in told.events)
-        if values and not ambiguous:
-            path, name, value = self.random.choice(values)
-            self.require(run("get", file, path, name) == (0, value + b"\n"),
-                         f"get finds {path!r} {name!r}", file)
+        if not values or ambiguous:
+            return
+        path, name, value = self.random.choice(values)
+        self.require(run("get", file, path, name) == (0, value + b"\n"), "get finds a value", file)
+        made = f"{file}.set"
+        pathlib.Path(made).write_bytes(run("set", file, path, name + b"=other")[1])
+        self.require(run("get", made, path, name) == (0, b"other\n"), "get finds what is set", file)
+        pairs = zip(told.events, tell([made])[0].events)
+        changed = [(old, new) for old, new in pairs if old != new]
+        self.require(changed in ([], [((b"p", name, value), (b"p", name, b"other"))]),
+                     "set changes one event", file)
+        self.require(len(set(sources(file)) - set(sources(made))) <= 1,
+                     "set keeps the bytes of every other statement", file)
+
+    def of_find(self, file, told):
+        for type_ in [first for kind, first, _ in told.events if kind == b"o"][-1:]:
+            self.derive(run("find", "--type", type_, file)[1], "find", found(told.events, type_),
+                        "find prints the events of what it finds", file)
 
     def of_diff(self, file, told):
-        """Against the text without one of its lines."""
-        lines = pathlib.Path(file).read_bytes().split(b"\n")
+        text = pathlib.Path(file).read_bytes()
+        lines = text.split(b"\n")
         del lines[self.random.randrange(len(lines))]
         path = f"{file}.less"
         pathlib.Path(path).write_bytes(b"\n".join(lines))
         less, = tell([path])
         if less.failure:
             return
-        same = same_statements(told.events) == same_statements(less.events)
         status = run("diff", file, path)[0]
-        text = pathlib.Path(file).read_bytes()
-        is_verbatim = same and (b"!" in text or b"$" in text)  # a line that has no event
+        same = same_statements(told.events) == same_statements(less.events)
+        is_verbatim = same and re.search(b"[!$]", text)  # a line without an event
         self.require(is_verbatim or status == (0 if same else 1),
                      "diff differs where events do", file)
         status = run("diff", "--ignore-order", file, path)[0]
@@ -144,8 +175,9 @@ class Laws:
                      "diff in any order differs where maps do", file)
 
     def of_derived(self):
-        for (_, told, law, file), made in zip(self.derived, tell([d[0] for d in self.derived])):
-            self.require(made.events == told.events, law, file)
+        made = tell([path for path, _, _, _ in self.derived])
+        for (_, events, law, file), told in zip(self.derived, made):
+            self.require(told.events == events, law, file)
 
 
 def main():
