@@ -289,6 +289,7 @@ TEST(KDXDocument, tellsWhatWasChangedInRuns) {
     document.addParameter(KDXDocument::behind(at(document, "x")), "v", "6");
     document.remove(at(document, "w"));
     EXPECT_EQ(textOf(document.textEdits()), "3+4 [x=5\nv=6\n]\n15+4 []\n");
+    EXPECT_EQ(placeText(document.placeOf(at(document, "z"), kiv::KDXReader::Part::second)), "4:3");
     document.setValue(at(document, "x"), "1");
     document.remove(at(document, "v"));
     EXPECT_EQ(textOf(document.textEdits()), "15+4 []\n");
@@ -324,6 +325,8 @@ TEST(KDXDocument, showsTheTree) {
     EXPECT_EQ(document.parent(document.root()), Node::none);
     EXPECT_EQ(document.endOf(object), document.lastChild(object));
     EXPECT_EQ(document.comment(document.endOf(object)), "# e");
+    EXPECT_EQ(document.first(object) + std::string(document.source(document.next(object))),
+              "A  # c\n");
     EXPECT_TRUE(document.isComment(document.firstChild(object)));
     EXPECT_EQ(document.depth(document.firstChild(object)), 1U);
     EXPECT_EQ(document.depth(document.endOf(object)), 0U);
