@@ -1,25 +1,6 @@
 // What compiles, and what must not: there is nothing to run.
 
-#include <kiv/ActionBuilder.h>
-#include <kiv/CleanKDXParamString.h>
-#include <kiv/Error.h>
-#include <kiv/ExtractActionOrStateFromKDX.h>
-#include <kiv/KDXBuilder.h>
-#include <kiv/KDXCheck.h>
-#include <kiv/KDXDocument.h>
-#include <kiv/KDXFormatting.h>
-#include <kiv/KDXPath.h>
-#include <kiv/KDXReader.h>
-#include <kiv/KDXToStringMapMap.h>
-#include <kiv/Messages.h>
-#include <kiv/ObjectKDXParser.h>
-#include <kiv/StringMapMapToKDX.h>
-#include <kiv/StringUtilities.h>
-
-#include <cstdint>
-#include <string>
-#include <type_traits>
-#include <vector>
+#include "support/Library.h"
 
 namespace {
 
@@ -55,9 +36,8 @@ constexpr bool takesIntegersAndTexts(Call call) {
                     unsigned long, long long, unsigned long long, std::string, const char*>(call) &&
            !takesAny<char, wchar_t, char16_t, char32_t, Null, void*, List*>(call);
 }
-static_assert(takesIntegersAndTexts(addParam));
-static_assert(takesIntegersAndTexts(addParamToAction));
-static_assert(takesIntegersAndTexts(addValueToAction));
+static_assert(takesIntegersAndTexts(addParam) && takesIntegersAndTexts(addParamToAction) &&
+              takesIntegersAndTexts(addValueToAction));
 static_assert(takesAll<float, double, List>(addParam));
 static_assert(!takesAny<float, double, List>(addParamToAction));
 

@@ -1,10 +1,7 @@
-#include <gtest/gtest.h>
 #include <kiv/KDXFormatting.h>
 #include <kiv/KDXToStringMapMap.h>
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 #include "support/EventRecorder.h"
 #include "support/Text.h"

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <kiv/Error.h>
 #include <kiv/KDXText.h>
 
 #include "support/Failure.h"

@@ -1,25 +1,17 @@
-#include <gtest/gtest.h>
-#include <kiv/Error.h>
 #include <kiv/KDXReader.h>
 
-#include <string>
-#include <vector>
-
 #include "support/Failure.h"
+#include "support/Text.h"
 
 using kiv::KDXReader;
 using Part = KDXReader::Part;
 
 namespace {
 
-std::string textOf(const kiv::KDXPlace& place) {
-    return std::to_string(place.line) + ':' + std::to_string(place.column);
-}
-
 /// "3 d0 1:1 Sample|s1|# c": kind, depth, place, halves and comment of a statement.
 std::string textOf(const KDXReader& reader) {
     return std::to_string(reader.kind()) + " d" + std::to_string(reader.depth()) + ' ' +
-           textOf(reader.place()) + ' ' + std::string(reader.first()) + '|' +
+           placeText(reader.place()) + ' ' + std::string(reader.first()) + '|' +
            std::string(reader.second()) + '|' + std::string(reader.comment());
 }
 
@@ -36,11 +28,7 @@ KDXReader readerOf(std::string_view text) {
     return reader;
 }
 
-struct Row {
-    const char* text;
-    const char* statements;
-};
-const std::vector<Row> kRows = {
+const std::vector<Case> kRows = {
     {"", ""},
     {"\n", "2 d0 1:1 ||\n"},
     {"A: s  1 # c \r\n  x=1\nEND\nEND",
@@ -81,12 +69,12 @@ const std::vector<EndRow> kEnds = {
 }  // namespace
 
 TEST(KDXReader, reportsEveryStatementWithItsPlace) {
-    for (const Row& row : kRows) EXPECT_EQ(statementsOf(row.text), row.statements) << row.text;
+    for (const auto& [text, statements] : kRows) EXPECT_EQ(statementsOf(text), statements) << text;
 }
 
 TEST(KDXReader, knowsWhereEveryByteComesFrom) {
     for (const PlaceRow& row : kPlaces)
-        EXPECT_EQ(textOf(readerOf(row.text).placeOf(row.part, row.byte)), row.place)
+        EXPECT_EQ(placeText(readerOf(row.text).placeOf(row.part, row.byte)), row.place)
             << row.text << '\n'
             << row.byte;
     const KDXReader reader = readerOf("x = 1");

@@ -1,8 +1,4 @@
-#include <kiv/Error.h>
-
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "support/EventRecorder.h"
 #include "support/Text.h"

@@ -1,11 +1,7 @@
-#include <gtest/gtest.h>
-#include <kiv/Error.h>
 #include <kiv/KDXToStringMapMap.h>
 
 #include <set>
-#include <string>
 #include <type_traits>
-#include <vector>
 
 #include "support/Failure.h"
 #include "support/Text.h"

@@ -1,35 +1,21 @@
-#include <kiv/Error.h>
-#include <kiv/ObjectKDXParser.h>
-
 #include <limits>
-#include <string>
-#include <vector>
 
-#include "support/Failure.h"
-#include "support/Text.h"
+#include "support/EveryOperation.h"
 #include "support/ValueSemantics.h"
 
 using kiv::ObjectKDXParser;
 
 namespace {
 
-/// All that a parser has found: "line|line[key]line|line[key]line".
-std::string found(ObjectKDXParser& parser) {
-    std::string text = joined(parser.getResults());
-    for (const auto& [key, result] : parser.getTypeResults())
-        text += "[" + key + "]" + joined(result);
-    return text;
-}
-
 std::string byName(ObjectKDXParser parser, const std::string& name, int depthLimit = -1) {
     parser.parseForObject(name, depthLimit);
-    return found(parser);
+    return foundBy(parser);
 }
 
 std::string byType(ObjectKDXParser parser, const std::string& type, int depthLimit = -1,
                    const std::string& group = "") {
     parser.parseForObjectsByType(type, depthLimit, group);
-    return found(parser);
+    return foundBy(parser);
 }
 
 struct Row {
@@ -95,11 +81,11 @@ TEST(ObjectKDXParser, findsByTypeUnderKeys) {
 
 TEST(ObjectKDXParser, searchesFollowOneAnother) {
     ObjectKDXParser parser = kSamples;
-    EXPECT_EQ(found(parser), "");
+    EXPECT_EQ(foundBy(parser), "");
     parser.parseForObjectsByType("Filter", -1, "Sample");
-    const std::string filters = found(parser);
+    const std::string filters = foundBy(parser);
     parser.parseForObject("B", -1);
-    EXPECT_EQ(found(parser), "Channel:B|  Gain = 4|END" + filters);
+    EXPECT_EQ(foundBy(parser), "Channel:B|  Gain = 4|END" + filters);
     EXPECT_EQ(byName(parser, "nobody"), filters);
     EXPECT_EQ(byType(parser, "Nothing"), "");
 
@@ -107,12 +93,12 @@ TEST(ObjectKDXParser, searchesFollowOneAnother) {
     parser.setCommands(lines("G: 1|T: a|END|T: b|v = 1|X:|gain -> 3"));
     const std::string message = "Unknown KDX syntax found:\ngain -> 3.";
     EXPECT_EQ(messageOf([&] { parser.parseForObjectsByType("T", 0, "G"); }), message);
-    EXPECT_EQ(found(parser), "T:b|  v = 1[1]T:a|END");
+    EXPECT_EQ(foundBy(parser), "T:b|  v = 1[1]T:a|END");
     ObjectKDXParser copy = parser;
     parser.setCommands(lines("v = 2|T: c|w = 3|END"));
     EXPECT_EQ(byType(parser, "T", 0, "G"), "[T:c]T:c|  w = 3|END");
     EXPECT_EQ(byName(parser, "c"), "T:c|  w = 3|END[1]T:a|END");
-    EXPECT_EQ(found(copy), "T:b|  v = 1[1]T:a|END");
+    EXPECT_EQ(foundBy(copy), "T:b|  v = 1[1]T:a|END");
 }
 
 TEST(ObjectKDXParser, isAValueOfWhichAMoveTakesWhatWasFoundAndNotTheLines) {
@@ -120,7 +106,7 @@ TEST(ObjectKDXParser, isAValueOfWhichAMoveTakesWhatWasFoundAndNotTheLines) {
     source.parseForObjectsByType("Filter", -1, "");
     source.parseForObject("F", -1);
     const auto textOf = [](ObjectKDXParser parser) {
-        return found(parser) + '/' + joined(parser.getCommands()).substr(0, 6);
+        return foundBy(parser) + '/' + joined(parser.getCommands()).substr(0, 6);
     };
     EXPECT_EQ(textOf(source), "Filter:F|  Cut = 5|END[Filter:F]Filter:F|  Cut = 5|END/Sample");
     expectValueSemantics(source, ObjectKDXParser({"A:"}), textOf, "/Sample");

@@ -1,11 +1,8 @@
 // Callbacks that do whatever a callback may do, at every event of a walk.
 
-#include <gtest/gtest.h>
 #include <kiv/KDXToStringMapMap.h>
 
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "support/EventRecorder.h"
 #include "support/Text.h"

@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
 #include <thread>
-#include <vector>
 
 #include "support/EveryOperation.h"
 

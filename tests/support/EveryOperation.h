@@ -1,27 +1,18 @@
 #pragma once
 
-#include <kiv/ActionBuilder.h>
-#include <kiv/CleanKDXParamString.h>
-#include <kiv/Error.h>
-#include <kiv/ExtractActionOrStateFromKDX.h>
-#include <kiv/KDXBuilder.h>
-#include <kiv/KDXCheck.h>
-#include <kiv/KDXDocument.h>
-#include <kiv/KDXFormatting.h>
-#include <kiv/KDXPath.h>
-#include <kiv/KDXReader.h>
-#include <kiv/KDXToStringMapMap.h>
-#include <kiv/Messages.h>
-#include <kiv/ObjectKDXParser.h>
-#include <kiv/StringMapMapToKDX.h>
-#include <kiv/StringUtilities.h>
-
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "support/EventRecorder.h"
+#include "support/Library.h"
 #include "support/Text.h"
+
+/// All that a parser has found: "line|line[key]line|line[key]line".
+inline std::string foundBy(kiv::ObjectKDXParser& parser) {
+    std::string text = joined(parser.getResults());
+    for (const auto& [key, result] : parser.getTypeResults())
+        text += "[" + key + "]" + joined(result);
+    return text;
+}
 
 /// Every part of the library, on texts so long that no string can do without an allocation.
 namespace everyOperation {
@@ -91,9 +82,7 @@ inline std::string search() {
     copy = kiv::ObjectKDXParser(kLines);
     copy = parser;
     kiv::ObjectKDXParser moved(std::move(copy));
-    std::string found = kiv::StringUtilities::vectorToOneLineString(moved.getResults());
-    for (const auto& [key, lines] : moved.getTypeResults()) found += key + lines.front();
-    return found;
+    return foundBy(moved) + kiv::StringUtilities::vectorToOneLineString(kLines);
 }
 
 inline std::string readAndWrite() {

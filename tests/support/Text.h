@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <kiv/KDXText.h>
 #include <kiv/StringMapMap.h>
 
 #include <fstream>
@@ -39,11 +40,22 @@ inline std::vector<std::string> lines(const std::string& text) {
     return linesOf(text, '|');
 }
 
+/// A text as it stands in a row of a table: '|' for a line feed, '^' for a carriage return.
+inline std::string unpacked(std::string row) {
+    for (char& c : row) c = c == '|' ? '\n' : c == '^' ? '\r' : c;
+    return row;
+}
+
 inline std::string joined(const std::vector<std::string>& list) {
     std::string text;
     for (const std::string& line : list)
         text.append(&line == &list.front() ? "" : "|").append(line);
     return text;
+}
+
+/// "3:7": line and column.
+inline std::string placeText(const kiv::KDXPlace& place) {
+    return std::to_string(place.line) + ':' + std::to_string(place.column);
 }
 
 /// A map as text, one line an object: "/Sample:s1 {Rate=10, Unit=Hz}\n".

@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
 #include <kiv/ExtractActionOrStateFromKDX.h>
-
-#include <string>
 
 #include "support/Text.h"
 

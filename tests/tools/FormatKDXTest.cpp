@@ -1,9 +1,4 @@
-#include <gtest/gtest.h>
-#include <kiv/Error.h>
 #include <kiv/KDXFormatting.h>
-
-#include <string>
-#include <vector>
 
 #include "support/Failure.h"
 #include "support/Text.h"
@@ -13,16 +8,10 @@ using kiv::KDXFormatting::Style;
 
 namespace {
 
-/// A row of a table in its own words: '|' for a line feed, '^' for a carriage return.
-std::string textOf(std::string text) {
-    for (char& c : text) c = c == '|' ? '\n' : c == '^' ? '\r' : c;
-    return text;
-}
-
 void expectFormatted(const std::vector<Case>& cases, const Style& style = {}) {
     for (const auto& [input, result] : cases) {
-        EXPECT_EQ(formatKDX(textOf(input), style), textOf(result)) << input;
-        EXPECT_EQ(formatKDX(textOf(result), style), textOf(result)) << input;
+        EXPECT_EQ(formatKDX(unpacked(input), style), unpacked(result)) << input;
+        EXPECT_EQ(formatKDX(unpacked(result), style), unpacked(result)) << input;
     }
 }
 

@@ -1,8 +1,4 @@
-#include <gtest/gtest.h>
 #include <kiv/KDXFormatting.h>
-
-#include <string>
-#include <vector>
 
 #include "support/Text.h"
 
@@ -12,6 +8,7 @@ using kiv::KDXFormatting::removeComment;
 namespace {
 
 const std::vector<Case> kIndented = {
+    {"", ""},
     {"A:|B:|END|END", "A:|  B:|  END|END"},
     {"  END|\tEND # x|x=1|A:|END|END|B:", "END|END # x|x=1|A:|END|END|B:"},
     {"A:|  >run # c |\t$v|! v|  #c |  odd - ", "A:|>run # c |$v|! v|#c |  odd - "},
@@ -71,12 +68,6 @@ TEST(RemoveComment, cutsAtTheFirstHash) {
           Case{">go #1#2", ">go"}, Case{"  ! a # b \r", "! a # b"}, Case{"$ a # b ", "$ a # b"},
           Case{"#! a", ""}})
         EXPECT_EQ(removeComment(line), rest) << line;
-}
-
-TEST(IndentKDX, indentsADocument) {
-    const auto before = linesOf(readData("indent_before.kdx"));
-    EXPECT_EQ(indentKDX(before), linesOf(readData("indent_after.kdx")));
-    EXPECT_EQ(indentKDX({}), std::vector<std::string>());
 }
 
 TEST(IndentKDX, indentsByNestingAndContinuation) {

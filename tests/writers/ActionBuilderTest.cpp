@@ -1,7 +1,5 @@
 #include <kiv/ActionBuilder.h>
-#include <kiv/Error.h>
 
-#include <string>
 #include <utility>
 #include <vector>
 

@@ -1,14 +1,10 @@
-#include <kiv/Error.h>
 #include <kiv/KDXBuilder.h>
 
 #include <cstdint>
 #include <limits>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "support/Failure.h"
-#include "support/Text.h"
 #include "support/ValueSemantics.h"
 
 using kiv::ActionBuilder;
@@ -40,6 +36,11 @@ const std::vector<Row> kCalls = {
     {"T: \nEND\n", [](auto& b) { b.pushObject("T", ""); }},
     {"T:\nEND\n", [](auto& b) { b.pushObject("T"); }},
     {"&replace T:\nEND\n", [](auto& b) { b.pushReplacedObject("T"); }},
+    {"&replace T: n\nEND\n", [](auto& b) { b.pushReplacedObject("T", "n"); }},
+    {"T:\nEND\nx = 2.5 [ml]\n>Go \n",
+     [](auto& b) {
+         b.pushObject("T"), b.popObject(), b.addParam("x", 2.5, "ml"), b.addAction("Go");
+     }},
     {"N = \n", [](auto& b) { b.addParam("N", List{}); }},
     {">Go \n", [](auto& b) { b.addAction("Go", List{}); }},
     {"N = a, , #\\\n", [](auto& b) { b.addParam("N", kList); }},
@@ -72,22 +73,6 @@ std::string refusalOf(void (*call)(KDXBuilder&), const std::string& root = "") {
 }
 
 }  // namespace
-
-TEST(KDXBuilder, buildsADocument) {
-    KDXBuilder builder;
-    builder.addAction("Reset");
-    builder.pushObject("Sample", "s1");
-    builder.addParam("Volume", 2.5, "ml");
-    builder.addParam("Count", 3);
-    builder.pushObject("Channels");
-    builder.addParam("Names", List{"A", "B"});
-    builder.popObject();
-    builder.pushReplacedObject("Method", "m2");
-    builder.addParam("Mode", "fast");
-    builder.popAll();
-    builder.addAction(">Start", List{"1", "2"});
-    EXPECT_EQ(builder.getKDX(), readData("built.kdx"));
-}
 
 TEST(KDXBuilder, writesWhatEachCallSays) {
     for (const auto& [text, call] : kCalls) {
