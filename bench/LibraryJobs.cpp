@@ -120,9 +120,8 @@ public:
     template <typename Sink>
     void read(Sink& sink) {
         document.emplace(std::move(text));
-        auto node = document->root();
-        while ((node = document->next(node)) != kiv::KDXDocument::Node::none)
-            tell(sink, document->kind(node), document->first(node), document->second(node));
+        kiv::KDXDocumentReader reader(*document);
+        while (reader.next()) tell(sink, reader.kind(), reader.first(), reader.second());
     }
 
 private:
