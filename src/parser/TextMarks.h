@@ -22,7 +22,7 @@ namespace kiv::detail {
 class Marks {
 public:
     static constexpr std::size_t kBlock = 64;
-    static constexpr std::size_t kBlocks = 32;
+    static constexpr std::size_t kBlocks = 64;
     /// So many bits of a window are right.
     static constexpr std::size_t kWindow = 57;
 
