@@ -43,6 +43,18 @@ private:
     std::vector<std::string> copy;
 };
 
+class CopyText : public Job {
+public:
+    explicit CopyText(const Corpus& corpus) : text(corpus.text("kdx")) {}
+    void prepare() override { copy = std::string(); }
+    void run() override { copy = text; }
+    Counts counts() const override { return countsOf(mapOf(copy)); }
+
+private:
+    std::string text;
+    std::string copy;
+};
+
 /// Events of a text with every path, name and value ready to be copied, in one block of memory.
 class ReadyCut : public kiv::MiniKDXParser {
 public:
@@ -214,6 +226,7 @@ private:
 JobTypes floorJobs() {
     return {{"events", "floor", "kdx", makeJob<TouchLines>},
             {"re-indent", "floor", "kdx", makeJob<CopyLines>},
+            {"write", "floor", "kdx", makeJob<CopyText>},
             {"text-to-map", "floor", "kdx", makeJob<FillMap>},
             {"lines-to-map", "floor", "kdx", makeJob<FillMap>},
             {"map-to-text", "floor", "kdx", makeJob<AppendText>}};

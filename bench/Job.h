@@ -31,7 +31,8 @@ void prepareRun(Job& job);
 
 /// A contestant's way to do a task.
 struct JobType {
-    /// "events", "text-to-map", "lines-to-map", "map-to-text", "re-indent", "format"
+    /// "events", "read", "document", "text-to-map", "lines-to-map", "map-to-text", "re-indent",
+    /// "format", "write", "edit"
     std::string task;
     std::string contestant;
     std::string format;  ///< of the text that it starts from

@@ -1,11 +1,14 @@
 // The library itself.
 
+#include <kiv/KDXDocument.h>
 #include <kiv/KDXFormatting.h>
+#include <kiv/KDXReader.h>
 #include <kiv/KDXToStringMapMap.h>
 #include <kiv/StringMapMapToKDX.h>
 
 #include "Job.h"
 #include "Library.h"
+#include "ReadJob.h"
 
 namespace bench {
 namespace {
@@ -81,6 +84,122 @@ private:
     std::string formatted;
 };
 
+using LineType = kiv::MiniKDXParser::lineType;
+
+template <typename Sink>
+void tell(Sink& sink, LineType kind, std::string_view first, std::string_view second) {
+    if (kind == LineType::lineParameter) sink.parameter(first, second);
+    if (kind == LineType::lineObject) sink.openObject(first, second);
+    if (kind == LineType::lineEnd) sink.closeObject();
+}
+
+/// KDXReader over a text.
+class Statements {
+public:
+    static constexpr const char* kFormat = "kdx";
+
+    void load(std::string kdx) { text = std::move(kdx); }
+
+    template <typename Sink>
+    void read(Sink& sink) {
+        kiv::KDXReader reader(text);
+        while (reader.next()) tell(sink, reader.kind(), reader.first(), reader.second());
+    }
+
+private:
+    std::string text;
+};
+
+/// KDXDocument loaded and walked.
+class LoadAndWalk {
+public:
+    static constexpr const char* kFormat = "kdx";
+
+    void load(std::string kdx) { text = std::move(kdx); }
+
+    template <typename Sink>
+    void read(Sink& sink) {
+        document.emplace(std::move(text));
+        kiv::KDXDocumentReader reader(*document);
+        while (reader.next()) tell(sink, reader.kind(), reader.first(), reader.second());
+    }
+
+private:
+    std::string text;
+    std::optional<kiv::KDXDocument> document;
+};
+
+/// What stands in the middle of a document, to be changed.
+struct Target {
+    explicit Target(const kiv::KDXDocument& document)
+        : node(document.nodeAt(document.text().size() / 2)) {
+        while (document.kind(node) != LineType::lineParameter) node = document.next(node);
+    }
+
+    kiv::KDXDocument::Node node;
+};
+
+class Write : public Job {
+public:
+    explicit Write(const Corpus& corpus) : document(corpus.text("kdx")) {}
+    void prepare() override { text = std::string(); }
+    void run() override { document.write(text); }
+    Counts counts() const override { return countsOf(mapOf(text)); }
+
+protected:
+    kiv::KDXDocument document;
+    std::string text;
+};
+
+class WriteChanged : public Write {
+public:
+    explicit WriteChanged(const Corpus& corpus) : Write(corpus) {
+        const auto node = Target(document).node;
+        const std::string value = document.second(node);
+        document.setValue(node, "");
+        document.setValue(node, value);
+    }
+};
+
+class LoadAndWrite : public Job {
+public:
+    explicit LoadAndWrite(const Corpus& corpus) : text(corpus.text("kdx")) {}
+    void prepare() override {
+        document.reset();
+        written = std::string();
+        loaded = text;
+    }
+    void run() override {
+        document.emplace(std::move(loaded));
+        document->write(written);
+    }
+    Counts counts() const override { return countsOf(mapOf(written)); }
+
+private:
+    std::string text;
+    std::string loaded;
+    std::optional<kiv::KDXDocument> document;
+    std::string written;
+};
+
+class Edit : public Job {
+public:
+    explicit Edit(const Corpus& corpus)
+        : original(corpus.text("kdx")), node(Target(original).node) {}
+    void prepare() override {
+        document = original;
+        value = document.second(node);
+    }
+    void run() override { document.setValue(node, value); }
+    Counts counts() const override { return countsOf(mapOf(document.text())); }
+
+private:
+    kiv::KDXDocument original;
+    kiv::KDXDocument::Node node;
+    kiv::KDXDocument document;
+    std::string value;
+};
+
 }  // namespace
 
 JobTypes libraryJobs() {
@@ -89,7 +208,14 @@ JobTypes libraryJobs() {
             {"lines-to-map", "KDX", "kdx", makeJob<LinesToMap>},
             {"map-to-text", "KDX", "kdx", makeJob<MapToText>},
             {"re-indent", "KDX", "kdx", makeJob<Reindent>},
-            {"format", "KDX", "kdx", makeJob<Format>}};
+            {"format", "KDX", "kdx", makeJob<Format>},
+            {"format", "indentKDX", "kdx", makeJob<Reindent>},
+            touchJob<Statements>("read", "KDX"),
+            touchJob<LoadAndWalk>("document", "KDX"),
+            {"write", "KDX", "kdx", makeJob<Write>},
+            {"write", "KDX changed", "kdx", makeJob<WriteChanged>},
+            {"edit", "KDX", "kdx", makeJob<Edit>},
+            {"edit", "load and write", "kdx", makeJob<LoadAndWrite>}};
 }
 
 }  // namespace bench

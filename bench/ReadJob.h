@@ -32,10 +32,16 @@ private:
     std::optional<Sink> sink;
 };
 
+/// A task of looking at all that stands in a text.
+template <typename Reader>
+JobType touchJob(const std::string& task, const std::string& contestant) {
+    return {task, contestant, Reader::kFormat, makeJob<ReadJob<Reader, TouchSink>>};
+}
+
 /// The two tasks that a reader can do.
 template <typename Reader>
 JobTypes readJobs(const std::string& contestant) {
-    return {{"events", contestant, Reader::kFormat, makeJob<ReadJob<Reader, TouchSink>>},
+    return {touchJob<Reader>("events", contestant),
             {"text-to-map", contestant, Reader::kFormat, makeJob<ReadJob<Reader, MapSink>>}};
 }
 

@@ -44,7 +44,7 @@ def rows(times, names):
 
 
 def draw(times):
-    names, scale = corpora(times), Scale([times.of(*key) for key in times.keys()])
+    names, scale = corpora(times), Scale([times.of(*key) for key in times.keys() if key[0] in TASKS])
     out, y = [], TOP
     for line in rows(times, names):
         y += ROW

@@ -1,7 +1,9 @@
-// How much memory a conversion needs beside its result: memory DIRECTORY CORPUS...
+// How much memory a conversion needs beside its result, and a document beside its text:
+// memory DIRECTORY CORPUS...
 //
 // Counts what operator new hands out, in this program and in the library.
 
+#include <kiv/KDXDocument.h>
 #include <kiv/KDXToStringMapMap.h>
 #include <kiv/StringMapMapToKDX.h>
 #include <malloc.h>
@@ -55,6 +57,13 @@ void printRow(const char* task, const std::string& corpus, double used, double a
                 atMost, used / atMost, used <= atMost ? "met    " : "NOT MET");
 }
 
+double statementsIn(const std::string& text) {
+    kiv::KDXReader reader(text);
+    double count = 0;
+    while (reader.next()) ++count;
+    return count;
+}
+
 void measure(const std::string& directory, const std::string& name) {
     const std::string text = bench::Corpus(directory, name).text("kdx");
     kiv::StringMapMap map;
@@ -67,6 +76,11 @@ void measure(const std::string& directory, const std::string& name) {
     kiv::StringMapMapToKDX::convert(map, written);
     printRow("map-to-text", name, writing.highest(),
              1.1 * static_cast<double>(written.size()) + 100 * static_cast<double>(map.size()));
+
+    std::string loaded = text;
+    const Measure loading;
+    const kiv::KDXDocument document(std::move(loaded));
+    printRow("document", name, loading.now(), 48 * statementsIn(text));
 }
 
 }  // namespace

@@ -43,10 +43,17 @@ using Entries = std::vector<Entry>;
 
 Entries entriesOf(const KDXDocument& document) {
     Entries entries;
-    for (Node n = document.next(document.root()); n != Node::none; n = document.next(n))
+    kiv::KDXDocumentReader reader(document);
+    for (Node n = document.next(document.root()); n != Node::none; n = document.next(n)) {
+        fuzz::require(reader.next() && reader.node() == n && reader.kind() == document.kind(n) &&
+                          reader.first() == document.first(n) &&
+                          reader.second() == document.second(n),
+                      "a reader of the document sees its statements");
         entries.push_back({n, document.kind(n), document.first(n), document.second(n),
                            document.lineText(n), document.comment(n), document.depth(n),
                            std::string(document.source(n))});
+    }
+    fuzz::require(!reader.next(), "and no others");
     return entries;
 }
 

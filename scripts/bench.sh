@@ -5,7 +5,7 @@
 #   scripts/bench.sh --quick         the library, its floors and RapidJSON: half a minute
 #   scripts/bench.sh --all           the same with every other parser
 #   scripts/bench.sh --memory        peak heap of the conversions
-#   scripts/bench.sh --growth        1 MB against 100 MB, one level against 1,000
+#   scripts/bench.sh --growth        1 MB against 100 MB, one level against 1,000, an edit in 100 MB
 #   scripts/bench.sh --instructions  instructions per parameter of each task
 #
 # BENCH_SIZE sets the size of each corpus in MB, BENCH_ROUNDS the number of rounds, BENCH_CORE the
@@ -20,17 +20,6 @@ statistic=${BENCH_STATISTIC:-median}
 corpora=build/corpora
 results=build/bench-results
 programs=build/bench/bench
-
-install_packages() {
-    missing=
-    for package in g++ cmake ninja-build pkgconf python3 valgrind iso-codes libbenchmark-dev \
-        rapidjson-dev libsimdjson-dev nlohmann-json3-dev libpugixml-dev libexpat1-dev \
-        libtomlplusplus-dev libyaml-cpp-dev libinih-dev; do
-        dpkg -s "$package" >/dev/null 2>&1 || missing="$missing $package"
-    done
-    # shellcheck disable=SC2086  # one word for each package
-    [ -z "$missing" ] || { apt-get update && apt-get install -y --no-install-recommends $missing; }
-}
 
 build() {
     cmake --preset bench >/dev/null
@@ -63,7 +52,7 @@ table() {
 }
 
 quick() {
-    run quick '/(KDX|floor|RapidJSON)/' "packages-$size" "codes-$size"
+    run quick '/(KDX|floor|RapidJSON|indentKDX)/' "packages-$size" "codes-$size"
     table "$results/quick"
 }
 
@@ -81,14 +70,15 @@ growth() {
     make_corpora 100 --formats
     run growth '/(KDX|floor)/.*-(1|100)/' packages-1 packages-100 codes-1 codes-100
     run levels 'events/KDX' levels-1 levels-1000
-    table --growth "$results/growth" --levels "$results/levels"
+    run edit '^edit/' packages-100 codes-100
+    table --growth "$results/growth" --levels "$results/levels" --edit "$results/edit"
 }
 
 instructions() {
     make_corpora 1 --levels
     echo "| instructions per parameter | packages | codes |"
     echo "| -------------------------- | -------: | ----: |"
-    for task in events text-to-map lines-to-map map-to-text re-indent format; do
+    for task in events read document text-to-map lines-to-map map-to-text re-indent format; do
         packages=$(count packages-1 "$task")
         codes=$(count codes-1 "$task")
         printf '| %-26s | %8s | %5s |\n' "$task" "$packages" "$codes"
@@ -117,7 +107,7 @@ case "${1:-everything}" in
         ;;
 esac
 
-install_packages
+scripts/install-deps.sh bench
 build
 for task in $tasks; do
     "$task"

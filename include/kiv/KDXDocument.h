@@ -269,7 +269,59 @@ public:
     class Impl;
 
 private:
+    friend class KDXDocumentReader;
+
     std::unique_ptr<Impl> impl;
+};
+
+/// Reads the statements of a document one after the other, in text order, as KDXReader reads those
+/// of a text: the quick way to see all of them, because none is copied and each is split once.
+///
+///     kiv::KDXDocumentReader reader(document);
+///     while (reader.next())
+///         if (reader.kind() == kiv::MiniKDXParser::lineParameter && reader.second().empty())
+///             empty.push_back(reader.node());
+///
+/// The document must outlive the reader, stay where it is, and not change while it is read. Views
+/// live until the next call of next(). A reader can be moved: what it was moved from may be
+/// assigned to or destroyed.
+class KIV_KDX_EXPORT KDXDocumentReader {
+public:
+    /// Begins in front of the first statement.
+    explicit KDXDocumentReader(const KDXDocument& document);
+    explicit KDXDocumentReader(KDXDocument&&) = delete;
+
+    KDXDocumentReader(KDXDocumentReader&& other) noexcept;
+    KDXDocumentReader& operator=(KDXDocumentReader&& other) noexcept;
+    KDXDocumentReader(const KDXDocumentReader&) = delete;
+    KDXDocumentReader& operator=(const KDXDocumentReader&) = delete;
+    ~KDXDocumentReader();
+
+    /// Goes on to the next statement, in time proportional to its length; behind an object that is
+    /// never closed, also to the depth.
+    /// @return false at the end, where there is no node and all parts are empty.
+    /// @throws std::bad_alloc alone.
+    bool next();
+
+    KDXDocument::Node node() const noexcept { return current.node; }
+    MiniKDXParser::lineType kind() const noexcept { return current.kind; }
+
+    /// The halves of the statement, as KDXReader has them.
+    std::string_view first() const noexcept { return current.first; }
+    std::string_view second() const noexcept { return current.second; }
+
+private:
+    struct State;
+
+    struct Statement {
+        KDXDocument::Node node = KDXDocument::Node::none;
+        MiniKDXParser::lineType kind = MiniKDXParser::lineBlank;
+        std::string_view first;
+        std::string_view second;
+    };
+
+    std::unique_ptr<State> state;
+    Statement current;
 };
 
 }  // namespace kiv

@@ -77,6 +77,10 @@ std::string KDXDocument::text() const {
 
 void KDXDocument::write(std::string& out) const {
     const StatementTree& tree = impl->tree;
+    if (!tree.isChanged()) {
+        out.append(tree.loadedText());
+        return;
+    }
     out.append(tree.byteOrderMark());
     std::string_view run;  // of pieces that lie one behind the other
     for (Index i = tree.at(kRoot).first; i != kNone; i = tree.nextInText(i)) {
@@ -148,12 +152,14 @@ std::size_t KDXDocument::depth(Node node) const {
 
 std::string KDXDocument::first(Node node) const {
     const Index index = impl->statementOf("first", node);
-    return std::string(StatementReader(impl->tree.bytesOf(index))->first());
+    detail::StatementSplitter splitter;
+    return std::string(impl->tree.halvesOf(index, splitter).first);
 }
 
 std::string KDXDocument::second(Node node) const {
     const Index index = impl->statementOf("second", node);
-    return std::string(StatementReader(impl->tree.bytesOf(index))->second());
+    detail::StatementSplitter splitter;
+    return std::string(impl->tree.halvesOf(index, splitter).second);
 }
 
 std::string KDXDocument::comment(Node node) const {
@@ -225,6 +231,35 @@ std::vector<KDXTextEdit> KDXDocument::textEdits() const {
     }
     endRun(loaded.size());
     return edits;
+}
+
+struct KDXDocumentReader::State {
+    explicit State(const KDXDocument::Impl& readDocument)
+        : document(readDocument), upcoming(readDocument.tree.nextInText(kRoot)) {}
+
+    const KDXDocument::Impl& document;
+    Index upcoming;
+    detail::StatementSplitter splitter;
+};
+
+KDXDocumentReader::KDXDocumentReader(const KDXDocument& givenDocument)
+    : state(std::make_unique<State>(*givenDocument.impl)) {}
+KDXDocumentReader::KDXDocumentReader(KDXDocumentReader&&) noexcept = default;
+KDXDocumentReader& KDXDocumentReader::operator=(KDXDocumentReader&&) noexcept = default;
+KDXDocumentReader::~KDXDocumentReader() = default;
+
+bool KDXDocumentReader::next() {
+    const Index index = state->upcoming;
+    current = {};
+    if (index == kNone) return false;
+    const StatementTree& tree = state->document.tree;
+    current.node = state->document.nodeOf(index);
+    current.kind = tree.kindOf(index);
+    const detail::Halves halves = tree.halvesOf(index, state->splitter);
+    current.first = halves.first;
+    current.second = halves.second;
+    state->upcoming = tree.nextInText(index);
+    return true;
 }
 
 }  // namespace kiv

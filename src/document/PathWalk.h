@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "document/PathMatcher.h"
-#include "document/StatementReader.h"
 #include "document/StatementTree.h"
 
 namespace kiv::detail {
@@ -38,8 +37,8 @@ public:
                 index = tree.nextInText(index);
                 continue;
             }
-            const StatementReader object(tree.bytesOf(index));
-            matcher.enter(depth, object->first(), object->second());
+            const Halves object = tree.halvesOf(index, splitter);
+            matcher.enter(depth, object.first, object.second);
             const bool isMatched = matcher.matches(depth + 1);
             if (!visit({index, depth, isMatched, matcher.stepsOf(depth + 1)})) return;
             open.push_back(index);
@@ -50,14 +49,16 @@ public:
 
 private:
     const StatementTree& tree;
+    StatementSplitter splitter;
     PathMatcher matcher;
     std::vector<Index> open{kRoot};
 };
 
 /// Whether a statement is a parameter of this name.
 inline bool isParameter(const StatementTree& tree, Index index, std::string_view name) {
-    return tree.kindOf(index) == MiniKDXParser::lineParameter &&
-           StatementReader(tree.bytesOf(index))->first() == name;
+    if (tree.kindOf(index) != MiniKDXParser::lineParameter) return false;
+    StatementSplitter splitter;
+    return tree.halvesOf(index, splitter).first == name;
 }
 
 }  // namespace kiv::detail

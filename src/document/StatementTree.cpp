@@ -13,6 +13,12 @@ namespace {
 
 constexpr std::uint64_t kMaxSize = std::numeric_limits<Index>::max();
 
+/// How far behind `from` a byte stands; a large number when it stands in front of it. They need not
+/// be of one text.
+std::size_t distance(const char* from, const char* to) {
+    return reinterpret_cast<std::uintptr_t>(to) - reinterpret_cast<std::uintptr_t>(from);
+}
+
 /// Every load and every addition draws a number, so that a node of another document, or one that is
 /// gone, is told from those that took its place. It takes 2^32 of them until one comes again.
 Index drawSerial() {
@@ -44,6 +50,9 @@ public:
         statement.serial = serial;
         statement.kind = static_cast<std::uint8_t>(reader.kind());
         statement.isComment = isCommentAlone(reader);
+        if (reader.kind() == MiniKDXParser::lineObject ||
+            reader.kind() == MiniKDXParser::lineParameter)
+            statement.halves = placesOfHalves(reader);
         statement.parent = open;
         statement.previous = statements[open].last;
         if (statement.previous == kNone)
@@ -61,8 +70,17 @@ private:
     Index open = kRoot;
 };
 
+/// In pieces whose count fits in a byte: sixteen bytes are then compared and counted in one step.
 std::size_t countLines(std::string_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+    constexpr std::size_t kPiece = 240;
+    std::size_t count = 1;
+    for (; !text.empty(); text.remove_prefix(std::min(kPiece, text.size()))) {
+        std::uint8_t feeds = 0;
+        for (const char c : text.substr(0, kPiece))
+            feeds = static_cast<std::uint8_t>(feeds + (c == '\n'));
+        count += feeds;
+    }
+    return count;
 }
 
 }  // namespace
@@ -86,29 +104,30 @@ bool isCommentAlone(const KDXReader& reader) {
     return reader.kind() == MiniKDXParser::lineBlank && !reader.comment().empty();
 }
 
+HalfPlaces placesOfHalves(const KDXReader& reader) {
+    const std::string_view source = reader.source();
+    const std::string_view first = reader.first();
+    const std::string_view second = reader.second();
+    // Halves that were simplified, and lines that were joined or copied, lie elsewhere: anywhere.
+    const std::size_t firstBegin = distance(source.data(), first.data());
+    const std::size_t secondBegin = distance(source.data(), second.data());
+    const std::size_t behindSecond =
+        distance(second.data() + second.size(), source.data() + source.size());
+    const bool isOutside = firstBegin + first.size() > secondBegin;
+    if (isOutside || std::max({firstBegin, secondBegin, behindSecond}) >= HalfPlaces::kUnknown)
+        return {};
+    const auto byte = [](std::size_t place) { return static_cast<std::uint8_t>(place); };
+    return {byte(firstBegin), byte(first.size()), byte(secondBegin), byte(behindSecond)};
+}
+
 StatementTree::StatementTree(std::string text)
     : loaded(std::move(text)),
       statements(readStatements(loaded, 0)),
       markLength(byteOrderMarkLength(loaded)) {}
 
-std::string_view StatementTree::bytesOf(Index index) const {
-    const Statement& statement = statements[index];
-    const std::string_view text = statement.state == Statement::State::added ? added : loaded;
-    return text.substr(statement.begin, statement.length);
-}
-
 Index StatementTree::lastBelow(Index index) const {
     while (statements[index].last != kNone) index = statements[index].last;
     return index;
-}
-
-Index StatementTree::nextBehind(Index index) const {
-    while (index != kRoot && statements[index].next == kNone) index = statements[index].parent;
-    return statements[index].next;
-}
-
-Index StatementTree::nextInText(Index index) const {
-    return statements[index].first != kNone ? statements[index].first : nextBehind(index);
 }
 
 Index StatementTree::previousInText(Index index) const {
@@ -161,6 +180,7 @@ void StatementTree::setBytes(Index index, std::size_t begin, std::size_t length,
     statement.begin = static_cast<Index>(begin);
     statement.length = static_cast<Index>(length);
     statement.isComment = isComment;
+    statement.halves = {};
     statement.state = Statement::State::added;
     changed = true;
 }

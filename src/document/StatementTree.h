@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "parser/StatementParts.h"
+
 // The statements of a document: a flat array of small entries that refer to each other by index,
 // and to their bytes in one of two texts, the one that was loaded and the one that edits append to.
 // The entry with index 0 is the root; as a link, 0 stands for no statement.
@@ -21,6 +23,28 @@ namespace kiv::detail {
 using Index = std::uint32_t;
 constexpr Index kRoot = 0;
 constexpr Index kNone = 0;
+
+/// Where the halves of a statement stand in its bytes.
+struct HalfPlaces {
+    std::uint8_t firstBegin = kUnknown;
+    std::uint8_t firstLength = 0;
+    std::uint8_t secondBegin = 0;
+    std::uint8_t behindSecond = 0;  // how many bytes
+
+    /// For halves that are no part of the bytes, and for those too far inside: they are split
+    /// again.
+    static constexpr std::uint8_t kUnknown = 255;
+
+    bool isKnown() const { return firstBegin != kUnknown; }
+};
+
+/// The places of the halves of an object or a parameter on which the reader stands.
+HalfPlaces placesOfHalves(const KDXReader& reader);
+
+constexpr bool mayHaveHalves(MiniKDXParser::lineType kind) {
+    return kind == MiniKDXParser::lineObject || kind == MiniKDXParser::lineParameter ||
+           kind == MiniKDXParser::lineUnrecognised;
+}
 
 struct Statement {
     /// Where its bytes are, and whether they stand where they stood in the loaded text.
@@ -38,8 +62,9 @@ struct Statement {
     std::uint8_t kind = MiniKDXParser::lineBlank;
     bool isComment = false;
     State state = State::loaded;
+    HalfPlaces halves;
 };
-static_assert(sizeof(Statement) == 40, "the memory that a statement takes is promised");
+static_assert(sizeof(Statement) == 44, "the memory that a statement takes is promised");
 
 /// The root and below it the statements of a text, whose bytes begin at `offset`.
 /// @throws std::length_error when they end beyond what an index can name.
@@ -61,7 +86,20 @@ public:
         return std::string_view(loaded).substr(0, markLength);
     }
 
-    std::string_view bytesOf(Index index) const;
+    std::string_view bytesOf(Index index) const {
+        return textOf(index).substr(statements[index].begin, statements[index].length);
+    }
+    /// The halves of a statement: views of its bytes or, where they are no part of them, of the
+    /// splitter.
+    Halves halvesOf(Index index, StatementSplitter& splitter) const {
+        if (!mayHaveHalves(kindOf(index))) return {};
+        const HalfPlaces& places = statements[index].halves;
+        const std::string_view bytes = bytesOf(index);
+        if (!places.isKnown()) return splitter.split(bytes);
+        return {{bytes.data() + places.firstBegin, places.firstLength},
+                {bytes.data() + places.secondBegin,
+                 bytes.size() - places.secondBegin - places.behindSecond}};
+    }
 
     MiniKDXParser::lineType kindOf(Index index) const {
         return static_cast<MiniKDXParser::lineType>(statements[index].kind);
@@ -75,8 +113,13 @@ public:
     /// The last entry below this one, however deep; itself where there is none.
     Index lastBelow(Index index) const;
     /// The next in text order that does not stand below this one; kNone behind the last.
-    Index nextBehind(Index index) const;
-    Index nextInText(Index index) const;
+    Index nextBehind(Index index) const {
+        while (index != kRoot && statements[index].next == kNone) index = statements[index].parent;
+        return statements[index].next;
+    }
+    Index nextInText(Index index) const {
+        return statements[index].first != kNone ? statements[index].first : nextBehind(index);
+    }
     /// The one before in text order; the root for the first.
     Index previousInText(Index index) const;
     /// The first of the comments directly above that belong to the statement; itself without any.
@@ -107,6 +150,9 @@ public:
     void move(Index first, Index last, Index parent, Index behind) noexcept;
 
 private:
+    std::string_view textOf(Index index) const {
+        return statements[index].state == Statement::State::added ? added : loaded;
+    }
     void unlink(Index first, Index last) noexcept;
     void link(Index parent, Index behind, Index first, Index last) noexcept;
 

@@ -49,8 +49,6 @@ struct KDXReader::State {
     explicit State(std::string_view wholeText, std::size_t limit)
         : text(wholeText), lines(text.substr(detail::byteOrderMarkLength(text))), maxDepth(limit) {}
 
-    std::size_t position() const { return text.size() - lines.unread(); }
-
     /// The index of the line in which the text ends.
     std::size_t endLine() const { return nextLine - (nextLine > 0 && text.back() != '\n' ? 1 : 0); }
 
@@ -71,7 +69,7 @@ struct KDXReader::State {
 
 KDXReader::KDXReader(std::string_view text, std::size_t maxDepth)
     : state(std::make_unique<State>(text, maxDepth)) {
-    current.source = text.substr(state->position(), 0);
+    current.source = text.substr(text.size() - state->lines.unread(), 0);
 }
 KDXReader::KDXReader(KDXReader&&) noexcept = default;
 KDXReader& KDXReader::operator=(KDXReader&&) noexcept = default;
@@ -79,23 +77,24 @@ KDXReader::~KDXReader() = default;
 
 bool KDXReader::next() {
     if (tooDeep) return false;
-    const std::size_t begin = state->position();
+    const char* const begin = current.source.data() + current.source.size();
+    const std::size_t unread = state->lines.unread();
     firstLine = lastLine = state->nextLine;
     detail::LineParts parts{};
     if (!state->logicalLines.read(state->lines, lastLine, current.line, parts)) {
         firstLine = lastLine = state->endLine();
         current = {};
-        current.source = state->text.substr(begin);
+        current.source = {begin, unread};
         return false;
     }
     state->nextLine = lastLine + 1;
     current.kind = parts.kind;
     current.first = parts.first;
     current.second = parts.second;
-    current.commentBegin = parts.hash == std::string_view::npos
-                               ? current.line.size()
-                               : detail::findComment(current.line, parts.hash);
-    current.source = state->text.substr(begin, state->position() - begin);
+    current.commentBegin = parts.kind == MiniKDXParser::lineVerbatim
+                               ? detail::findComment(current.line, parts.hash)
+                               : detail::commentBegin(current.line, parts.hash);
+    current.source = {begin, unread - state->lines.unread()};
     current.depth = state->enter(parts.kind);
     tooDeep = current.kind == MiniKDXParser::lineObject && current.depth >= state->maxDepth;
     return !tooDeep;

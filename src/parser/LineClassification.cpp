@@ -34,7 +34,7 @@ LineType classifyOther(std::string_view text, std::size_t nameLength) {
 LineParts LineSplitter::splitBehindBlanks(std::string_view line) {
     const std::string_view text = withoutLeadingBlanks(line);
     LineParts parts = splitShaped(text, shapeByBytes(text));
-    if (parts.hash != std::string_view::npos) parts.hash += line.size() - text.size();
+    parts.hash += line.size() - text.size();
     return parts;
 }
 
@@ -50,7 +50,7 @@ LineParts LineSplitter::splitOther(std::string_view text, std::size_t nameLength
 MiniKDXParser::lineType MiniKDXParser::determineLineType(const std::string& line,
                                                          std::string& first, std::string& second) {
     detail::LineSplitter splitter;
-    const detail::LineParts parts = splitter.split(line, line.size());
+    const detail::LineParts parts = splitter.split(line, detail::shapeOf(line, line.size()));
     // The halves are views of the line, which the caller may use as one of the outputs.
     std::string secondHalf(parts.second);
     first = std::string(parts.first);

@@ -45,7 +45,7 @@ inline LineType classifyText(std::string_view text, std::size_t nameLength = 0) 
 }
 
 /// A line's kind and its two halves, which are what MiniKDXParser::determineLineType() gives, and
-/// the position of its first '#', npos when there is none.
+/// the position of its first '#', its end when there is none.
 struct LineParts {
     LineType kind;
     std::string_view first;
@@ -57,11 +57,9 @@ struct LineParts {
 /// whitespace had to be simplified.
 class LineSplitter {
 public:
-    /// From the line's first byte on, `readable` bytes may be read.
     // Taken into the walk over the lines, where a call would be a fiftieth of its instructions.
-    [[gnu::always_inline]] LineParts split(std::string_view line, std::size_t readable) {
+    [[gnu::always_inline]] LineParts split(std::string_view line, const LineShape& shape) {
         assert(!isNameCharacter(line.data()[line.size()]));
-        const LineShape shape = shapeOf(line, readable);
         const char* const begin = line.data();
         if (isBlank(begin[shape.spaces])) return splitBehindBlanks(line);
         return splitShaped(line, shape);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -9,7 +10,6 @@
 #ifdef __SSE2__
 #include <emmintrin.h>
 
-#include <algorithm>
 #include <cstdint>
 #endif
 
@@ -25,8 +25,7 @@ struct LineShape {
     std::size_t spaces;   // which the line begins with
     std::size_t wordEnd;  // the end of the name characters behind them, up to a further space
     std::size_t nameEnd;  // the end of all name characters behind them
-    std::size_t hash;     // the first '#'; npos when there is none
-    bool hasBackslash;
+    std::size_t hash;     // the first '#'; the end of the line when there is none
 };
 
 /// The shape of a line, behind which stands no name character.
@@ -37,12 +36,11 @@ inline LineShape shapeByBytes(std::string_view line) {
     while (isWordCharacter(begin[wordEnd])) ++wordEnd;
     std::size_t nameEnd = wordEnd;
     while (isNameCharacter(begin[nameEnd])) ++nameEnd;
-    return {spaces, wordEnd, nameEnd, line.find('#', nameEnd),
-            line.find('\\') != std::string_view::npos};
+    return {spaces, wordEnd, nameEnd, std::min(line.find('#', nameEnd), line.size())};
 }
 
 /// The end of the name characters in a line from `begin` on. Behind the line stands none.
-inline std::size_t nameEndByBytes(std::string_view line, std::size_t begin) {
+inline std::size_t nameEndOf(std::string_view line, std::size_t begin) {
     const char* end = line.data() + begin;
     while (isNameCharacter(*end)) ++end;
     return static_cast<std::size_t>(end - line.data());
@@ -94,38 +92,23 @@ inline LineShape shapeOf(std::string_view line, std::size_t readable) {
     const auto endOfRun = [](std::uint64_t mask, std::size_t begin) {
         return begin + static_cast<unsigned>(__builtin_ctzll(~mask >> begin));
     };
-    const std::uint64_t inLine = (std::uint64_t{1} << line.size()) - 1;
+    const std::uint64_t lineEnd = std::uint64_t{1} << line.size();
     const std::uint64_t space = joined(equal(first, ' '), equal(last, ' '));
     const std::uint64_t word = joined(wordCharacters(first), wordCharacters(last));
-    const std::uint64_t hashes = joined(equal(first, '#'), equal(last, '#')) & inLine;
-    const std::uint64_t backslashes = joined(equal(first, '\\'), equal(last, '\\')) & inLine;
+    const std::uint64_t hashes = joined(equal(first, '#'), equal(last, '#')) | lineEnd;
     const std::size_t spaces = endOfRun(space, 0);
-    const std::size_t hash = hashes == 0 ? std::string_view::npos : endOfRun(~hashes, 0);
-    return {spaces, endOfRun(word, spaces), endOfRun(word | space, 0), hash, backslashes != 0};
+    return {spaces, endOfRun(word, spaces), endOfRun(word | space, 0), endOfRun(~hashes, 0)};
 }
 
-/// The same as nameEndByBytes(). From the line's first byte on, `readable` bytes may be read.
-inline std::size_t nameEndOf(std::string_view line, std::size_t begin, std::size_t readable) {
-    if (readable < begin + 16) return nameEndByBytes(line, begin);
-    const ByteBlock bytes = blockAt(line.data() + begin);
-    const std::uint32_t name = maskOf(_mm_or_si128(wordCharacters(bytes), equal(bytes, ' ')));
-    const std::size_t length = static_cast<unsigned>(__builtin_ctz(~name));
-    return length < 16 ? begin + length : nameEndByBytes(line, begin + 16);
-}
-
-/// A bit for each line feed among the 32 bytes at `begin`.
-inline std::uint32_t lineFeedsAt(const char* begin) {
-    return maskOf(equal(blockAt(begin), '\n')) | maskOf(equal(blockAt(begin + 16), '\n')) << 16U;
-}
-
-/// The position of the first line feed; npos when there is none.
-inline std::size_t findLineFeed(std::string_view text) {
-    if (text.size() < 64) return text.find('\n');
-    std::uint32_t feeds = lineFeedsAt(text.data());
-    if (feeds != 0) return static_cast<unsigned>(__builtin_ctz(feeds));
-    feeds = lineFeedsAt(text.data() + 32);
-    if (feeds != 0) return 32 + static_cast<unsigned>(__builtin_ctz(feeds));
-    return text.find('\n', 64);
+/// Whether a line holds a backslash. From its first byte on, `readable` bytes may be read.
+inline bool holdsBackslash(std::string_view line, std::size_t readable) {
+    if (readable < 16 || line.size() > 32) return line.find('\\') != std::string_view::npos;
+    const std::size_t lastBegin = std::min(readable - 16, std::size_t{16});
+    const auto backslashesAt = [&](std::size_t begin) {
+        return std::uint64_t{maskOf(equal(blockAt(line.data() + begin), '\\'))} << begin;
+    };
+    const std::uint64_t inLine = (std::uint64_t{1} << line.size()) - 1;
+    return ((backslashesAt(0) | backslashesAt(lastBegin)) & inLine) != 0;
 }
 
 #else
@@ -134,12 +117,8 @@ inline LineShape shapeOf(std::string_view line, std::size_t /*readable*/) {
     return shapeByBytes(line);
 }
 
-inline std::size_t nameEndOf(std::string_view line, std::size_t begin, std::size_t /*readable*/) {
-    return nameEndByBytes(line, begin);
-}
-
-inline std::size_t findLineFeed(std::string_view text) {
-    return text.find('\n');
+inline bool holdsBackslash(std::string_view line, std::size_t /*readable*/) {
+    return line.find('\\') != std::string_view::npos;
 }
 
 #endif

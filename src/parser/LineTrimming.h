@@ -10,10 +10,10 @@
 
 namespace kiv::detail {
 
-/// Where the comment of a line begins whose first '#' is at `hash`, npos for none: the end of the
-/// line when it has no comment. The line must not begin with '!'.
+/// Where the comment of a line begins whose first '#' is at `hash`, the end of the line or beyond
+/// for none: the end of the line when it has no comment. The line must not begin with '!'.
 inline std::size_t commentBegin(std::string_view line, std::size_t hash) {
-    if (hash == std::string_view::npos) return line.size();
+    if (hash >= line.size()) return line.size();
     return hash > 0 && line[hash - 1] == '\\' ? line.size() : hash;
 }
 

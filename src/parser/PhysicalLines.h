@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "parser/LineShape.h"
+#include "parser/TextMarks.h"
 
 namespace kiv::detail {
 
@@ -15,30 +16,40 @@ namespace kiv::detail {
 /// line. To be classified, a last line without a line feed must be the end of a std::string.
 class TextLines {
 public:
-    explicit TextLines(std::string_view text) : rest(text) {}
+    explicit TextLines(std::string_view text) : at(text.data()), end(at + text.size()) {}
 
     /// Makes `line` the next line, a view of the text.
     /// @return false when there is none.
     bool next(std::string_view& line) {
-        if (rest.empty()) return false;
-        line = rest.substr(0, findLineFeed(rest));
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        if (at == end) return false;
+        if (!marks.covers(at)) marks.read({at, unread()});
+        line = {at, marks.lineLength({at, unread()})};
+        at += line.size();
+        at += at == end ? 0 : 1;
         return true;
-    }
-
-    /// How many bytes may be read from the beginning of the line read last.
-    std::size_t readable(std::string_view line) const {
-        return static_cast<std::size_t>(rest.data() + rest.size() - line.data());
     }
 
     /// The same; the lines must be asked for in their order.
     bool read(std::size_t /*index*/, std::string_view& line) { return next(line); }
 
+    /// The shape of the line read last.
+    LineShape shapeOf(std::string_view line) const { return marks.shapeOf(line); }
+
     /// How many bytes stand behind the line read last.
-    std::size_t unread() const { return rest.size(); }
+    std::size_t unread() const { return static_cast<std::size_t>(end - at); }
+
+    /// Goes on with another text.
+    void restart(std::string_view text) {
+        at = text.data();
+        end = at + text.size();
+        marks = {};
+    }
 
 private:
-    std::string_view rest;
+    // Apart: read as a pair, soon after each was written, they would have to be waited for.
+    const char* at;
+    const char* end;
+    TextMarks marks;
 };
 
 /// The same for a text behind which memory may end: a last line without a line feed is copied.
@@ -51,11 +62,11 @@ public:
         if (lines.next(line)) return true;
         if (lastLine.empty()) return false;
         copy = std::exchange(lastLine, {});
-        lines = TextLines(copy);
+        lines.restart(copy);
         return lines.next(line);
     }
 
-    std::size_t readable(std::string_view line) const { return lines.readable(line); }
+    LineShape shapeOf(std::string_view line) const { return lines.shapeOf(line); }
     std::size_t unread() const { return lines.unread() + lastLine.size(); }
 
 private:
@@ -77,7 +88,7 @@ public:
         return true;
     }
 
-    static std::size_t readable(std::string_view line) { return line.size(); }
+    static LineShape shapeOf(std::string_view line) { return detail::shapeOf(line, line.size()); }
 
 private:
     const std::vector<std::string>& lines;

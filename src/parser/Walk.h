@@ -24,16 +24,16 @@ public:
     [[gnu::always_inline]] bool read(Lines& lines, std::size_t& lineNumber, std::string_view& line,
                                      LineParts& parts) {
         if (!lines.read(lineNumber, line)) return false;
-        std::size_t readable = lines.readable(line);
+        const std::string_view physicalLine = line;
         if (mayBeContinued(line)) {
             line = logicalLine.join(firstPhysicalLine(line), [&](std::string_view& next) {
                 if (!lines.read(lineNumber + 1, next)) return false;
                 ++lineNumber;
                 return true;
             });
-            readable = line.size();
         }
-        parts = splitter.split(line, readable);
+        const bool isJoined = line.data() != physicalLine.data();
+        parts = splitter.split(line, isJoined ? shapeOf(line, line.size()) : lines.shapeOf(line));
         return true;
     }
 

@@ -109,10 +109,12 @@ private:
 
     void addPlain(std::string_view line) {
         const char* const bytes = line.data();  // unlike line[], may reach the byte behind the end
-        spaces = detail::leadingSpaces(line);
+        const detail::LineShape shape = lines.shapeOf(line);
+        spaces = shape.spaces;
         std::size_t nameBegin = spaces;
         while (nameBegin < line.size() && detail::isBlank(bytes[nameBegin])) ++nameBegin;
-        const std::size_t nameEnd = detail::nameEndOf(line, nameBegin, lines.readable(line));
+        const std::size_t nameEnd =
+            nameBegin == spaces ? shape.nameEnd : detail::nameEndOf(line, nameBegin);
         const char stop = bytes[nameEnd];
         const std::string_view stripped =
             detail::withoutTrailingBlanks({bytes + nameBegin, line.size() - nameBegin});
@@ -142,7 +144,7 @@ private:
         ++depth;
         findIndentation();
         if (!endComments.mayChange()) return;
-        const detail::LineParts parts = splitter.split(line, line.size());
+        const detail::LineParts parts = splitter.split(line, detail::shapeOf(line, line.size()));
         endComments.open(parts.first, parts.second);
     }
 

@@ -27,7 +27,8 @@ public:
         spaces = shape.spaces;
         const std::string_view stripped = detail::withoutLeadingBlanks(line.substr(spaces));
         if (continuing) return addContinuation(stripped, stripped.size() < line.size());
-        kind = logicalLine.begin(stripped, shape.nameEnd - spaces, shape.hasBackslash);
+        kind = logicalLine.begin(stripped, shape.nameEnd - spaces,
+                                 detail::holdsBackslash(line, line.size()));
         addToOpen(stripped, false);
         continuing = logicalLine.isContinued();
     }

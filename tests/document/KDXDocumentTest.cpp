@@ -340,3 +340,23 @@ TEST(KDXDocument, showsTheTree) {
     EXPECT_EQ(document.nodeAt(17), at(document, "x"));
     EXPECT_EQ(document.nodeAt(1000), Node::none);
 }
+
+TEST(KDXDocument, isReadLikeItsText) {
+    const std::string deep(300, ' ');
+    KDXDocument document("A  b:  n  m\n" + deep +
+                         "x=1\nq = a\\\n b\n\tno KDX\nEND # c\nz =2 # d\ny= 2");
+    document.setValue(at(document, "z"), "3");
+    const std::string text = document.text();
+    kiv::KDXReader expected(text);
+    kiv::KDXDocumentReader reader(document);
+    for (Node n = document.next(document.root()); expected.next(); n = document.next(n)) {
+        SCOPED_TRACE(expected.line());
+        ASSERT_TRUE(reader.next());
+        EXPECT_EQ(reader.node(), n);
+        EXPECT_EQ(reader.kind(), expected.kind());
+        EXPECT_EQ(reader.first(), expected.first());
+        EXPECT_EQ(reader.second(), expected.second());
+    }
+    EXPECT_FALSE(reader.next());
+    EXPECT_EQ(reader.node(), Node::none);
+}
