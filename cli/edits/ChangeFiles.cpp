@@ -51,19 +51,20 @@ Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
     if (options.inPlace && file == kStandardInput)
         throw Trouble("cannot be changed in place: leave out -i, or name a file");
     Outcome outcome;
-    const Source source = readSource(file);
-    KDXDocument document(source.buffer);
+    Source source = readSource(file);
+    const bool isPrinted = !options.inPlace && !options.diff;
+    KDXDocument document(isPrinted ? std::move(source.buffer) : source.buffer);
     for (const Edit& edit : edits)
         if (!isMade(edit, document, source, outcome, settings)) return outcome;
 
-    if (!options.inPlace && !options.diff) {
-        document.write(outcome.results);
+    if (isPrinted) {
+        outcome.results = std::move(document).text();
         return outcome;
     }
     const std::vector<kiv::KDXTextEdit> changes = document.textEdits();
     if (changes.empty()) return outcome;
     if (options.inPlace) {
-        replaceFile(file, source, document.text());
+        replaceFile(file, source, std::move(document).text());
         return outcome;
     }
     outcome.status = Status::findings;

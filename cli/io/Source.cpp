@@ -15,6 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t kRoomToGrow = 50;  // a part of the size, for edits made in a text's memory
 constexpr std::size_t kFirstChunk = std::size_t{64} * 1024;
 constexpr std::size_t kLargestOfDevice = std::size_t{16} * 1024 * 1024;
 
@@ -36,6 +37,7 @@ bool isDevice(const std::string& path) {
 /// Reads to the end. `size` is a guess that saves memory where it is right.
 std::string readAll(std::FILE* file, std::size_t size, bool fromDevice) {
     std::string buffer;
+    buffer.reserve(size + size / kRoomToGrow);
     std::size_t used = 0;
     do {
         if (used == buffer.size()) buffer.resize(used == 0 ? size : 2 * used);

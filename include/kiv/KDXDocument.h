@@ -114,7 +114,10 @@ public:
     ~KDXDocument();
 
     /// The text as it is now.
-    std::string text() const;
+    std::string text() const&;
+    /// The same, in the memory of the text that was loaded where it suffices. The document is then
+    /// as one that was moved from, also when it throws.
+    std::string text() &&;
     /// Appends it.
     void write(std::string& out) const;
 

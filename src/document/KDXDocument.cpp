@@ -5,6 +5,7 @@
 
 #include "document/DocumentImpl.h"
 #include "document/PathWalk.h"
+#include "document/Splice.h"
 #include "document/StatementReader.h"
 
 namespace kiv {
@@ -69,9 +70,17 @@ KDXDocument& KDXDocument::operator=(const KDXDocument& other) {
 KDXDocument& KDXDocument::operator=(KDXDocument&&) noexcept = default;
 KDXDocument::~KDXDocument() = default;
 
-std::string KDXDocument::text() const {
+std::string KDXDocument::text() const& {
     std::string text;
     write(text);
+    return text;
+}
+
+std::string KDXDocument::text() && {
+    KDXDocument last(std::move(*this));
+    const std::vector<KDXTextEdit> edits = last.textEdits();
+    std::string text = last.impl->tree.takeLoadedText();
+    detail::splice(text, edits);
     return text;
 }
 

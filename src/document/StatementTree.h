@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "parser/StatementParts.h"
@@ -82,6 +83,8 @@ public:
 
     bool isChanged() const { return changed; }
     std::string_view loadedText() const { return loaded; }
+    /// Takes the text out; nothing may be asked for afterwards.
+    std::string takeLoadedText() { return std::move(loaded); }
     std::string_view byteOrderMark() const {
         return std::string_view(loaded).substr(0, markLength);
     }
