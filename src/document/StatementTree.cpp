@@ -77,7 +77,7 @@ std::size_t countLines(std::string_view text) {
     for (; !text.empty(); text.remove_prefix(std::min(kPiece, text.size()))) {
         std::uint8_t feeds = 0;
         for (const char c : text.substr(0, kPiece))
-            feeds = static_cast<std::uint8_t>(feeds + (c == '\n'));
+            feeds = static_cast<std::uint8_t>(feeds + (c == '\n' ? 1 : 0));
         count += feeds;
     }
     return count;

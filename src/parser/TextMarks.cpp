@@ -131,7 +131,7 @@ void TextMarks::read(std::string_view text) {
     begin = text.data();
     size = std::min(text.size(), kLimit);
     const std::size_t blocks = size / Marks::kBlock;
-    std::array<char, 2 * Marks::kBlock> behind;
+    std::array<char, 2 * Marks::kBlock> behind{};
     behind.fill('\n');
     text.substr(blocks * Marks::kBlock, size % Marks::kBlock).copy(behind.data(), behind.size());
     markBlocks(begin, 0, blocks, marks);

@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    std::array<std::uint64_t, kBlocks + 2> blocks;  // what stands behind the stretch included
+    std::array<std::uint64_t, kBlocks + 2> blocks{};  // what stands behind the stretch included
 };
 
 struct StretchMarks {
