@@ -4,6 +4,7 @@
 #   scripts/install-deps.sh            what building and testing need
 #   scripts/install-deps.sh check      that, and what .ci/run needs besides
 #   scripts/install-deps.sh bench      that of the first, and what scripts/bench.sh needs besides
+#   scripts/install-deps.sh python     what building and testing the Python module need besides
 #   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
 #   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
@@ -15,11 +16,13 @@ case "${1-}" in
     '') ;;
     check) packages="$packages clang clang-tidy clang-format gcovr valgrind abigail-tools" ;;
     bench) packages="$packages valgrind iso-codes libbenchmark-dev rapidjson-dev libsimdjson-dev \
-        libpugixml-dev libexpat1-dev libtomlplusplus-dev libyaml-cpp-dev libinih-dev" ;;
+        libpugixml-dev libexpat1-dev libtomlplusplus-dev libyaml-cpp-dev libinih-dev python3-yaml" ;;
+    python) packages="python3-dev pybind11-dev python3-pytest python3-hypothesis mypy \
+        python3-pip python3-venv python3-wheel python3-distributed" ;;
     windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
     packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
-    *) echo "usage: $0 [check | bench | windows | platforms | packages]" >&2; exit 2 ;;
+    *) echo "usage: $0 [check | bench | python | windows | platforms | packages]" >&2; exit 2 ;;
 esac
 
 log=$(mktemp)

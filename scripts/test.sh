@@ -4,6 +4,8 @@ set -eu
 cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh
-cmake --preset dev
+scripts/install-deps.sh python
+# Debian's Python has what was installed; another one may come first in the path.
+cmake --preset dev -D KIV_BUILD_PYTHON=ON -D Python_EXECUTABLE=/usr/bin/python3
 cmake --build --preset dev --parallel "$(nproc)"
 ctest --preset dev

@@ -9,7 +9,7 @@
 // Holds that what the documentation shows is so. A block of "kdx" is read, and what comes out of it
 // is the block of "events", "error", "indented", "formatted" or "refusal" behind it. A block of
 // "cpp" stands in a program of the examples, one of "text" is what a program of the examples
-// prints: both are run by tests of their own.
+// prints, one of "pycon" a session of Python: all are run by tests of their own.
 
 namespace {
 
@@ -59,7 +59,7 @@ void check(const Block& block, const std::string& kdx) {
     } else if (kind == "text") {
         EXPECT_TRUE(isInFileOf("examples/expected", ".txt", text)) << text;
     } else {
-        EXPECT_TRUE(kind == "kdx" || kind == "sh") << kind;
+        EXPECT_TRUE(kind == "kdx" || kind == "sh" || kind == "pycon") << kind;
     }
 }
 

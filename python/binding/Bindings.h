@@ -1,0 +1,16 @@
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+namespace kdx {
+
+// Each adds one group of the library to the module.
+void addBuilders(pybind11::module_& module);
+void addChecks(pybind11::module_& module);
+void addDocuments(pybind11::module_& module);
+void addFormatting(pybind11::module_& module);
+void addMaps(pybind11::module_& module);
+void addSearches(pybind11::module_& module);
+void addStatements(pybind11::module_& module);
+
+}  // namespace kdx
