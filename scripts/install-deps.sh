@@ -6,6 +6,7 @@
 #   scripts/install-deps.sh bench      that of the first, and what scripts/bench.sh needs besides
 #   scripts/install-deps.sh python     what building and testing the Python module need besides
 #   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
+#   scripts/install-deps.sh editors    likewise the editors that the tests run
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
 #   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
 set -eu
@@ -20,9 +21,16 @@ case "${1-}" in
     python) packages="python3-dev pybind11-dev python3-pytest python3-hypothesis mypy \
         python3-pip python3-venv python3-wheel python3-distributed" ;;
     windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
+    editors)
+        packages="$packages neovim vim vim-ale emacs-nox elpa-eglot"
+        command -v npm >/dev/null || packages="$packages nodejs npm"
+        ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
     packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
-    *) echo "usage: $0 [check | bench | python | windows | platforms | packages]" >&2; exit 2 ;;
+    *)
+        echo "usage: $0 [check | bench | python | windows | editors | platforms | packages]" >&2
+        exit 2
+        ;;
 esac
 
 log=$(mktemp)

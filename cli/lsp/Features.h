@@ -1,0 +1,26 @@
+#pragma once
+
+#include "OpenDocument.h"
+#include "Protocol.h"
+
+namespace kdx::lsp {
+
+/// What is answered to a request: takes the open texts and the parameters of the request, and
+/// returns its result.
+/// @throws RequestError, Json::exception or kiv::Error where there is none.
+using Answer = Json(const Documents& documents, const Json& params);
+
+Answer codeActions, completion, definition, documentSymbols, foldingRanges, formatting, highlight,
+    hover, prepareRename, rangeFormatting, references, rename, selectionRanges, semanticTokens,
+    semanticTokensInRange, workspaceSymbols;
+
+/// What the client has to know to ask for tokens.
+Json semanticTokensOptions();
+
+/// One problem of a text.
+Json diagnostic(const OpenDocument& document, const kiv::KDXCheck::Problem& problem);
+
+/// The problems of a text, as the client is told without having asked.
+Json diagnostics(const OpenDocument& document);
+
+}  // namespace kdx::lsp
