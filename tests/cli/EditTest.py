@@ -63,7 +63,11 @@ REFUSED = [
     ("set -i - /A x=1", 2, "<stdin>: error: cannot be changed in place: leave out -i, or name a "),
     ("unset f /Sample:s1 x", 1, "f: error: has no parameter x in /Sample:s1\n"),
     ("unset f /Sample:*/B", 1, "f: error: has no object /Sample:*/B\n"),
-    ("rename f /Sample:s1 s2", 2, "f: error: would be one with what has that name there already"),
+    ("rename f /Sample:s1 s2", 2, "f:4:1: error: would be one with what has that name there alre"),
+    ("rename f '/Sample:*' s3", 2, "f:4:1: error: would be one with what has that name there alr"),
+    ("move f /Sample:s2 --into '/*'", 2, "f:11:1: error: a pattern names no single object: /* "),
+    ("rename f --type /Sample:s1 a:b", 2, "f:4:1: error: KDX cannot carry this: a name consists of "
+     "letters, digits, blanks, '&', '.' and '_'"),
     ("rename f /Sample:s1 a b c", 2, "kdx: behind PATH stand a new name, or a parameter's name"),
     ("rename f --type /Sample:s1 a b", 2, "kdx: with --type, the new type alone stands behind"),
     ("move f /Sample:s1 --into /Sample:s1/Channel:A", 2, "f:4:1: error: A statement cannot be put"),
@@ -113,7 +117,7 @@ END
 BAD_EDITS = [
     ('{"unset": "/Sample:s9"}', 1, "f: error: edit on line 3: has no object /Sample:s9\n"),
     ('{"rename": "/Sample:s2", "to": "a#"}', 2,
-     "f:10:1: error: edit on line 3: KDX cannot carry this"),
+     "f:11:1: error: edit on line 3: KDX cannot carry this"),
     *((line, 2, "kdx: line 3 of the edits: " + message) for line, message in [
         ("{", "[json.exception"), ("1", "an edit is a JSON object"), ("{}", "an edit is one of"),
         ('{"set": "/A", "name": "x"}', 'the edit needs "value"'),
