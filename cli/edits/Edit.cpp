@@ -166,6 +166,9 @@ KDXDocument::Where whereToMove(const KDXDocument& document, const MoveEdit& edit
 
 void apply(KDXDocument& document, const MoveEdit& edit) {
     requireOneObject(edit.place);
+    const bool isBeside = edit.side == MoveEdit::Side::before || edit.side == MoveEdit::Side::after;
+    if (edit.target.name && edit.place.size() == (isBeside ? 1 : 0))
+        throw Trouble("a parameter stands in an object, not at the top level");
     const Nodes nodes = findThere(document, edit.target);
     KDXDocument::Where where = whereToMove(document, edit);
     Names names;
