@@ -1,10 +1,13 @@
 #include "ChangeFiles.h"
 
 #include <kiv/Error.h>
+#include <kiv/KDXText.h>
+
+#include <utility>
+#include <variant>
 
 #include "io/ReplaceFile.h"
 #include "messages/Diagnostics.h"
-#include "text/ShownText.h"
 #include "text/UnifiedDiff.h"
 #include "work/Work.h"
 
@@ -18,13 +21,15 @@ std::string withLine(const Edit& edit, const std::string& text) {
     return edit.line == 0 ? text : "edit on line " + std::to_string(edit.line) + ": " + text;
 }
 
+/// The place is one in the file, also where edits before this one have moved it.
 void reportRefused(Outcome& outcome, const Source& source, const KDXDocument& document,
                    const Edit& edit, const std::string& why, const Settings& settings) {
     outcome.raise(Status::trouble);
-    const std::string text = document.text();
-    const KDXDocument::Node node = changedBy(document, edit);
+    const std::string text = source.buffer.empty() ? document.text() : source.buffer;
+    const KDXDocument asRead(text);
+    const KDXDocument::Node node = changedBy(asRead, edit);
     const Place place =
-        node == KDXDocument::Node::none ? Place() : placeIn(text, document.placeOf(node));
+        node == KDXDocument::Node::none ? Place() : placeIn(text, asRead.placeOf(node));
     appendProblem(outcome.diagnostics, source.name,
                   {Severity::error, "refused-edit", place, withLine(edit, why)}, settings);
 }
@@ -41,9 +46,15 @@ bool isMade(const Edit& edit, KDXDocument& document, const Source& source, Outco
     } catch (const Trouble& trouble) {
         reportRefused(outcome, source, document, edit, trouble.what(), settings);
     } catch (const kiv::Error& error) {
-        reportRefused(outcome, source, document, edit, shown(error.message()), settings);
+        reportRefused(outcome, source, document, edit, kiv::visibleText(error.message()), settings);
     }
     return false;
+}
+
+/// A lone set that is refused has changed nothing, so that its document still has the text as it
+/// was read: no copy is needed of what may be large.
+bool isLoneSet(const std::vector<Edit>& edits) {
+    return edits.size() == 1 && std::holds_alternative<SetEdit>(edits.front().change);
 }
 
 Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
@@ -53,7 +64,8 @@ Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
     Outcome outcome;
     Source source = readSource(file);
     const bool isPrinted = !options.inPlace && !options.diff;
-    KDXDocument document(isPrinted ? std::move(source.buffer) : source.buffer);
+    KDXDocument document(isPrinted && isLoneSet(edits) ? std::exchange(source.buffer, {})
+                                                       : source.buffer);
     for (const Edit& edit : edits)
         if (!isMade(edit, document, source, outcome, settings)) return outcome;
 

@@ -1,6 +1,7 @@
 #include "Edit.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <vector>
 
 #include "text/ShownText.h"
@@ -10,8 +11,10 @@ namespace {
 
 using kiv::KDXDocument;
 using kiv::KDXSteps;
+using kiv::MiniKDXParser;
 using Node = KDXDocument::Node;
 using Nodes = std::vector<Node>;
+using Names = std::vector<std::string>;
 
 constexpr const char* kMerges =
     "would be one with what has that name there already; remove or rename that first";
@@ -49,10 +52,34 @@ Nodes findThere(const KDXDocument& document, const Target& target) {
     return nodes;
 }
 
-/// To readers, objects of the same path are one, and of parameters of a name the first alone
-/// counts.
-void requireNoMore(const KDXDocument& document, const Target& target, std::size_t count) {
-    if (find(document, target).size() > count) throw Trouble(kMerges);
+/// How many objects and parameters readers see, of parameters those with one of the names: objects
+/// of the same path are one to them, and of parameters of a name the first alone counts.
+std::size_t countSeen(const KDXDocument& document, const Names& names) {
+    std::unordered_map<std::string, std::size_t> numbers;
+    std::unordered_map<Node, std::size_t> objects{{document.root(), 0}};
+    for (Node node = document.next(document.root()); node != Node::none;
+         node = document.next(node)) {
+        const bool isObject = document.kind(node) == MiniKDXParser::lineObject;
+        if (!isObject && (names.empty() || document.kind(node) != MiniKDXParser::lineParameter))
+            continue;
+        std::string key = std::to_string(objects.at(document.parent(node)));
+        const std::string first = document.first(node);
+        if (isObject) {
+            kiv::appendLevel(key, first, document.second(node));
+            objects[node] = numbers.try_emplace(key, numbers.size() + 1).first->second;
+        } else if (std::find(names.begin(), names.end(), first) != names.end()) {
+            numbers.try_emplace(key + '=' + first, numbers.size() + 1);
+        }
+    }
+    return numbers.size();
+}
+
+/// Makes a change after which readers must see as many objects and parameters as before.
+template <typename Change>
+void changeUnmerged(const KDXDocument& document, const Names& names, const Change& change) {
+    const std::size_t before = countSeen(document, names);
+    change();
+    if (countSeen(document, names) < before) throw Trouble(kMerges);
 }
 
 KDXSteps joined(KDXSteps path, const KDXSteps& behind) {
@@ -112,21 +139,16 @@ void apply(KDXDocument& document, const UnsetEdit& edit) {
 
 // ---- Rename.
 
-Target renamed(const RenameEdit& edit) {
-    if (edit.target.name) return {edit.target.path, edit.name};
-    KDXSteps path = edit.target.path;
-    if (edit.type) path.back().type = edit.type;
-    if (edit.name) path.back().name = edit.name;
-    return {path, std::nullopt};
-}
-
 void apply(KDXDocument& document, const RenameEdit& edit) {
     const Nodes nodes = findThere(document, edit.target);
-    for (const Node node : nodes) {
-        if (edit.type) document.setType(node, *edit.type);
-        if (edit.name) document.setName(node, *edit.name);
-    }
-    if (!edit.target.path.back().anyDepth) requireNoMore(document, renamed(edit), nodes.size());
+    Names names;
+    if (edit.target.name) names = {*edit.target.name, *edit.name};
+    changeUnmerged(document, names, [&] {
+        for (const Node node : nodes) {
+            if (edit.type) document.setType(node, *edit.type);
+            if (edit.name) document.setName(node, *edit.name);
+        }
+    });
 }
 
 // ---- Move.
@@ -142,23 +164,21 @@ KDXDocument::Where whereToMove(const KDXDocument& document, const MoveEdit& edit
     return KDXDocument::lastIn(places.front());
 }
 
-Target moved(const MoveEdit& edit) {
-    KDXSteps path = edit.place;
-    if (edit.side == MoveEdit::Side::before || edit.side == MoveEdit::Side::after) path.pop_back();
-    if (edit.target.name) return {path, edit.target.name};
-    path.push_back(edit.target.path.back());
-    return {path, std::nullopt};
-}
-
 void apply(KDXDocument& document, const MoveEdit& edit) {
+    requireOneObject(edit.place);
+    const bool isBeside = edit.side == MoveEdit::Side::before || edit.side == MoveEdit::Side::after;
+    if (edit.target.name && edit.place.size() == (isBeside ? 1 : 0))
+        throw Trouble("a parameter stands in an object, not at the top level");
     const Nodes nodes = findThere(document, edit.target);
     KDXDocument::Where where = whereToMove(document, edit);
-    for (const Node node : nodes) {
-        document.move(node, where);
-        where = KDXDocument::behind(node);
-    }
-    if (edit.target.name || isExact(edit.target.path.back()))
-        requireNoMore(document, moved(edit), nodes.size());
+    Names names;
+    if (edit.target.name) names = {*edit.target.name};
+    changeUnmerged(document, names, [&] {
+        for (const Node node : nodes) {
+            document.move(node, where);
+            where = KDXDocument::behind(node);
+        }
+    });
 }
 
 Target targetOf(const SetEdit& edit) {

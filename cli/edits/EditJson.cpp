@@ -127,6 +127,16 @@ Edit readEdit(std::string_view line, std::size_t number) {
     throw Trouble("an edit is one of \"set\", \"unset\", \"rename\" and \"move\"");
 }
 
+/// Leaves out the line, which the parser counts in what it is given. What it quotes may be long.
+std::string whyNoJson(const Json::exception& error) {
+    constexpr std::size_t kLongest = 240;
+    std::string_view what = error.what();
+    for (const std::string_view lead : {"] ", "line 1, "})
+        if (what.find(lead) != std::string_view::npos)
+            what.remove_prefix(what.find(lead) + lead.size());
+    return "is no JSON: " + kiv::visibleText(firstColumns(what, kLongest));
+}
+
 }  // namespace
 
 std::vector<Edit> readEdits(std::string_view text) {
@@ -142,7 +152,7 @@ std::vector<Edit> readEdits(std::string_view text) {
         try {
             edits.push_back(readEdit(line, number));
         } catch (const Json::exception& error) {
-            throw fail(shown(error.what()));
+            throw fail(whyNoJson(error));
         } catch (const Trouble& trouble) {
             throw fail(trouble.what());
         }

@@ -6,6 +6,7 @@
 namespace kdx {
 namespace {
 
+constexpr std::size_t kShortest = 3;  // any "-x" is close to any other
 constexpr std::size_t kLongest = 64;
 
 using Row = std::vector<std::size_t>;
@@ -34,7 +35,7 @@ std::size_t distance(std::string_view a, std::string_view b) {
 }  // namespace
 
 std::string suggestion(std::string_view word, const std::vector<std::string>& known) {
-    if (word.size() > kLongest) return {};
+    if (word.size() < kShortest || word.size() > kLongest) return {};
     std::size_t least = 1 + word.size() / 4;
     const std::string* closest = nullptr;
     for (const std::string& candidate : known) {

@@ -30,14 +30,23 @@ struct Change {
 };
 using Changes = std::vector<Change>;
 
-/// The runs of lines that are not the same in both.
+bool isBlank(std::string_view line) {
+    return line.find_first_not_of(" \t\v\f\r\n") == std::string_view::npos;
+}
+
+/// The runs of lines that are not the same in both, and of blank lines that are gone.
 Changes changesOf(const Lines& before, const Lines& after) {
     Changes changes;
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        if (before[i] == after[i]) continue;
-        if (changes.empty() || changes.back().end != i) changes.push_back({i, i, i, i});
-        ++changes.back().end;
-        ++changes.back().newEnd;
+    std::size_t newLine = 0;
+    for (std::size_t line = 0; line < before.size(); ++line) {
+        const std::size_t newBegin = newLine;
+        const bool isGone =
+            newLine == after.size() || (isBlank(before[line]) && !isBlank(after[newLine]));
+        if (!isGone && before[line] == after[newLine++]) continue;
+        if (changes.empty() || changes.back().end != line)
+            changes.push_back({line, line, newBegin, newBegin});
+        changes.back().end = line + 1;
+        changes.back().newEnd = newLine;
     }
     return changes;
 }

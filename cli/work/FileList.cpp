@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <string_view>
 #include <system_error>
 
 #include "io/Source.h"
@@ -31,8 +32,9 @@ bool isExcluded(const fs::path& path, const fs::path& argument,
     if (globs.empty()) return false;
     const std::string below = path.lexically_relative(argument).generic_string();
     const std::string name = path.filename().string();
-    return std::any_of(globs.begin(), globs.end(), [&](const std::string& glob) {
-        return matchesGlob(glob.find('/') == std::string::npos ? name : below, glob);
+    return std::any_of(globs.begin(), globs.end(), [&](std::string_view glob) {
+        if (!glob.empty() && glob.back() == '/') glob.remove_suffix(1);  // as many write folders
+        return matchesGlob(glob.find('/') == std::string_view::npos ? name : below, glob);
     });
 }
 

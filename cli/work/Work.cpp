@@ -10,6 +10,7 @@
 #include <utility>
 
 #include <kiv/Error.h>
+#include <kiv/KDXText.h>
 
 #include "io/Output.h"
 #include "io/Source.h"
@@ -37,7 +38,7 @@ Outcome guarded(const Work& work, const std::string& file, std::size_t index,
     try {
         return work(file, index);
     } catch (const kiv::Error& error) {
-        return failed(file, shown(error.message()), settings);
+        return failed(file, kiv::visibleText(error.message()), settings);
     } catch (const std::bad_alloc&) {
         return failed(file, "does not fit into memory", settings);
     } catch (const std::exception& error) {

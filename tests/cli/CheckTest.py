@@ -117,7 +117,7 @@ class Check(KdxTest):
             ("d", "a.kdx", "b/a.kdx", "b/c/é.kdx", "b/x[1].kdx"), ("d/.h", ".h/a.kdx"),
             ("d/folder", "folder/a.kdx", "folder/c/é.kdx", "folder/x[1].kdx"),
             ("d/file.kdx --exclude '*'", "file.kdx"), ("d/.h/.h.kdx", ".h/.h.kdx"),
-            ("d --exclude 'b'", "a.kdx"), ("d --exclude '?.kdx'", "b/x[1].kdx"),
+            ("d --exclude b/", "a.kdx"), ("d --exclude '?.kdx'", "b/x[1].kdx"),
             ("d --exclude 'b/*.kdx' --exclude 'x*'", "a.kdx", "b/c/é.kdx"),
             ("d --exclude '**/[!b-z].k*x'", "a.kdx", "b/x[1].kdx"),
             ("d/ --exclude 'b/**'", "a.kdx"), ("d --exclude 'b/*/?.kdx' --exclude a.kdx",

@@ -49,7 +49,6 @@ CHANGES = [
      "+  gain = 10   # dB"),
     ("move f /Sample:s2 --into /Sample:s1/Channel:A", "+    Sample: s2",
      "+      x = C:\\d\\ # c", "+    END", "-Sample: s2", "-  x = C:\\d\\ # c", "-END"),
-    ("move f /Sample:s2 x --into ''", "-  x = C:\\d\\ # c", "+x = C:\\d\\ # c"),
 ]
 
 REFUSED = [
@@ -63,10 +62,16 @@ REFUSED = [
     ("set -i - /A x=1", 2, "<stdin>: error: cannot be changed in place: leave out -i, or name a "),
     ("unset f /Sample:s1 x", 1, "f: error: has no parameter x in /Sample:s1\n"),
     ("unset f /Sample:*/B", 1, "f: error: has no object /Sample:*/B\n"),
-    ("rename f /Sample:s1 s2", 2, "f: error: would be one with what has that name there already"),
+    ("rename f /Sample:s1 s2", 2, "f:4:1: error: would be one with what has that name there alre"),
+    ("rename f '/Sample:*' s3", 2, "f:4:1: error: would be one with what has that name there alr"),
+    ("move f /Sample:s2 --into '/*'", 2, "f:11:1: error: a pattern names no single object: /* "),
+    ("rename f --type /Sample:s1 a:b", 2, "f:4:1: error: KDX cannot carry this: a name consists of "
+     "letters, digits, blanks, '&', '.' and '_'"),
     ("rename f /Sample:s1 a b c", 2, "kdx: behind PATH stand a new name, or a parameter's name"),
     ("rename f --type /Sample:s1 a b", 2, "kdx: with --type, the new type alone stands behind"),
     ("move f /Sample:s1 --into /Sample:s1/Channel:A", 2, "f:4:1: error: A statement cannot be put"),
+    ("move f /Sample:s2 x --into ''", 2, "f:12:3: error: a parameter stands in an object, not at"),
+    ("move f /Sample:s2 x --before /Sample:s1", 2, "f:12:3: error: a parameter stands in an object"),
     ("move f /Sample:s1", 2, "kdx: Exactly 1 option from"),
     ("edit missing", 2, "missing: error: cannot be read: No such file"),
     ("edit -", 2, "kdx: the standard input has the edits: name a file, or --edits FILE\n"),
@@ -113,9 +118,9 @@ END
 BAD_EDITS = [
     ('{"unset": "/Sample:s9"}', 1, "f: error: edit on line 3: has no object /Sample:s9\n"),
     ('{"rename": "/Sample:s2", "to": "a#"}', 2,
-     "f:10:1: error: edit on line 3: KDX cannot carry this"),
+     "f:11:1: error: edit on line 3: KDX cannot carry this"),
     *((line, 2, "kdx: line 3 of the edits: " + message) for line, message in [
-        ("{", "[json.exception"), ("1", "an edit is a JSON object"), ("{}", "an edit is one of"),
+        ("{", "is no JSON: column 2: syntax error while parsing object key"), ("1", "an edit is a JSON object"), ("{}", "an edit is one of"),
         ('{"set": "/A", "name": "x"}', 'the edit needs "value"'),
         ('{"set": "/A", "name": 1, "value": ""}', '"name" has to be a text'),
         ('{"set": "/A", "name": "x", "value": "", "first": 1}', '"first" has to be true or false'),

@@ -37,6 +37,7 @@ class Program(KdxTest):
             ("check --strcit", 2, "kdx: unknown option: --strcit; did you mean '--strict'?\n"),
             ("check --max-error=1", 2, "--max-error; did you mean '--max-errors'?\n"),
             ("--jsn check", 2, "--jsn; did you mean '--json'?\n"), ("find --type", 2, "--type"),
+            ("check -x", 2, "kdx: unknown option: -x\n"),
             ("help ftm", 2, "kdx: there is no command ftm; did you mean 'fmt'?\n"),
             ("lsp x", 2, "x"),
             ("check -j 0", 2, "--jobs"), ("map --only A --without B", 2, "--without"),
