@@ -193,8 +193,12 @@ class Results(KdxTest):
             ("[1]", "is no nested map: not an object with type, name, parameters and objects"),
             ('[{"type": "A-B"}]', f"/A-B: {cannot}{characters}"),
             ('[{"type": "A", "parameters": {"x": 1.5}}]',
-             "is no nested map at /A: a value is a string: 1.5"),
-            ("[{]", "is no JSON"), ("/A\tx", "line 1 is not PATH<tab>NAME<tab>VALUE: /A x"),
+             "is no nested map at /A: a value is a string, not 1.5"),
+            ('[{"name": ' + "[" * 300000 + "]" * 300000 + "}]",
+             "is no nested map: a value is a string, not an array"),
+            ('[{"parameters": {"x": 1, "x": 2}}]', 'is no nested map: an object has "x" twice'),
+            ("[{]", "is no JSON: parse error at line 1, column 3: syntax error while parsing object "
+             "key - unex..."), ("/A\tx", "line 1 is not PATH<tab>NAME<tab>VALUE: /A x"),
             ("/A\tx\t1\n/A\tx\t2", "line 2: the parameter stands here twice: /A x 2"),
             ('"x"', "is no map: not an object of objects"),
             ('{"/A": {', "is no JSON: parse error at line 1, column 9: syntax error while parsing "
