@@ -131,7 +131,7 @@ class Results(KdxTest):
             self.expect(arguments, text, output)
 
     def test_events_are_the_text(self):
-        for text in [b"", b"A", b"\xef\xbb\xbf\n x = \\\r\n \xb0 \\",
+        for text in [b"", b"A", b"\xef\xbb\xbf\n x = \\\r\n \xb0 \\", b"\xef\xbb\xbf" * 2,
                      b"END\n\0 # \xc3\xa9 \xe2\x80\xae\r\n"]:
             events = self.run_kdx("events", text)[1]
             self.expect("write --events", events, text.decode(errors="replace"))
