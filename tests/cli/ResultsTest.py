@@ -21,7 +21,7 @@ class Results(KdxTest):
             '{"kind":"action","line":7,"column":1,"depth":0,"text":">d","source":">d\\n"}\n']
         self.write({"odd": "A: # c\nq = C:\\dir\\ # c\n p = 1\n # d\n B:\n > a \\ \n b\n END\n"
                     "END\n",
-                    "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
+                    "back": "A: C:\\ #\nB: \\ #\nx = 1\nEND\nEND\n", "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
                     "acts": ">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n",
                     "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n"})
         slash = ("slash:1:5: warning: the '/' in the name makes the path /A:x/y read as that of an "
@@ -57,6 +57,7 @@ class Results(KdxTest):
              "# s1\nChannel: B\n  Gain = 4\nEND\n# s2\nChannel: A\n  Gain = 7\nEND\n"),
             ("find f --type Channel --group Sample --bare",
              "# s1\nChannel:B\n  Gain = 4\nEND\n# s2\nChannel:A\n  Gain = 7\nEND\n"),
+            ("find back --type B --group A", "# C:\\ #\nB: \\ #\n  x = 1\nEND\n"),
             ("find f --type Filter --json",
              '{"key":"Filter:F","line":5,"lines":["Filter: F","  Cut = 5","END"]}\n'),
             ("find open --type B --json --bare", '{"key":"B:b","lines":["B:b","  x = 1"]}\n'),
