@@ -218,8 +218,14 @@ Status compareForGit(const Options& options, const Settings& settings) {
                           files[1] == kNoFile ? kNoFile : "b/" + newPath);
     labels.nothing = labels.head + "  only comments or layout\n";
     if (isNews) labels.same = labels.head;
-    const Status status = compareFiles(files, labels, options, settings);
-    return status == Status::findings ? Status::fine : status;  // 1 would end git
+    try {
+        const Status status = compareFiles(files, labels, options, settings);
+        return status == Status::findings ? Status::fine : status;  // 1 would end git
+    } catch (const Trouble& trouble) {
+        if (settings.json) throw;
+        writeOutput(labels.head + "  " + trouble.what() + '\n');  // git goes on to the next file
+        return Status::fine;
+    }
 }
 
 Status run(const Options& options, const Settings& settings) {
@@ -254,7 +260,8 @@ void addDiff(Program& program) {
         "folders, the files of the same name are compared. The exit status is 1 when anything\n"
         "differs; with --git it is 0 then, and texts are compared that are no KDX, too.\n\n"
         "Example:\n  kdx diff old.kdx new.kdx\n"
-        "  git config diff.kdx.command 'kdx diff --git'; echo '*.kdx diff=kdx' >> .gitattributes");
+        "  git config diff.kdx.command 'kdx diff --git --'; echo '*.kdx diff=kdx' >> "
+        ".gitattributes");
 }
 
 }  // namespace kdx

@@ -137,8 +137,8 @@ Lines linesOf(std::string_view text) {
     return kiv::StringUtilities::stringToVector(std::string(text), '\n');
 }
 
-/// A comment above the matches in a group. Behind a final backslash, which would continue it, stands
-/// a '#'.
+/// A comment above the matches in a group. Behind a final backslash, which would continue it,
+/// stands a '#'.
 std::string headOf(const std::string& key) {
     return "# " + key + (!key.empty() && key.back() == '\\' ? " #\n" : "\n");
 }
