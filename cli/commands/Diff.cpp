@@ -41,7 +41,8 @@ using Sides = std::array<Side, 2>;
 struct Labels {
     std::string name;  ///< in JSON; nothing where two files alone are compared
     std::string head;
-    std::string nothing;  ///< in place of differences, where there is none
+    std::string nothing;  ///< in place of differences, where comments or layout alone differ
+    std::string same;     ///< where nothing differs
 };
 
 // ---- Two files.
@@ -125,7 +126,7 @@ Status compareFiles(const std::array<std::string, 2>& files, const Labels& label
     DifferenceText text(table, settings, labels.name, std::max(lastLine(before), lastLine(after)));
     const std::vector<Difference> list = compare(sides, table, options.ignoreOrder);
     if (list.empty()) {
-        if (before.text != after.text && !settings.json) writeOutput(labels.nothing);
+        if (!settings.json) writeOutput(before.text == after.text ? labels.same : labels.nothing);
         return Status::fine;
     }
     if (settings.json && !fitJson(sides, list, table, options, settings)) return Status::trouble;
@@ -181,7 +182,7 @@ Status compareFolders(const std::string& before, const std::string& after, const
             continue;
         }
         const std::array<std::string, 2> files{joined(before, *a), joined(after, *b)};
-        const Labels labels{*a, headOf(files[0], files[1]), ""};
+        const Labels labels{*a, headOf(files[0], files[1]), "", ""};
         status = worse(status, compareFiles(files, labels, options, settings));
         ++a;
         ++b;
@@ -212,11 +213,19 @@ Status compareForGit(const Options& options, const Settings& settings) {
     if (arguments.size() == 9) labels.head = arguments[8];
     if (arguments[3] != arguments[6] && arguments[3] != kNoMode && arguments[6] != kNoMode)
         labels.head += "old mode " + arguments[3] + "\nnew mode " + arguments[6] + '\n';
+    const bool isNews = !labels.head.empty() || files[0] == kNoFile || files[1] == kNoFile;
     labels.head += headOf(files[0] == kNoFile ? kNoFile : "a/" + path,
                           files[1] == kNoFile ? kNoFile : "b/" + newPath);
     labels.nothing = labels.head + "  only comments or layout\n";
-    const Status status = compareFiles(files, labels, options, settings);
-    return status == Status::findings ? Status::fine : status;  // 1 would end git
+    if (isNews) labels.same = labels.head;
+    try {
+        const Status status = compareFiles(files, labels, options, settings);
+        return status == Status::findings ? Status::fine : status;  // 1 would end git
+    } catch (const Trouble& trouble) {
+        if (settings.json) throw;
+        writeOutput(labels.head + "  " + trouble.what() + '\n');  // git goes on to the next file
+        return Status::fine;
+    }
 }
 
 Status run(const Options& options, const Settings& settings) {
@@ -251,7 +260,8 @@ void addDiff(Program& program) {
         "folders, the files of the same name are compared. The exit status is 1 when anything\n"
         "differs; with --git it is 0 then, and texts are compared that are no KDX, too.\n\n"
         "Example:\n  kdx diff old.kdx new.kdx\n"
-        "  git config diff.kdx.command 'kdx diff --git'; echo '*.kdx diff=kdx' >> .gitattributes");
+        "  git config diff.kdx.command 'kdx diff --git --'; echo '*.kdx diff=kdx' >> "
+        ".gitattributes");
 }
 
 }  // namespace kdx

@@ -137,6 +137,12 @@ Lines linesOf(std::string_view text) {
     return kiv::StringUtilities::stringToVector(std::string(text), '\n');
 }
 
+/// A comment above the matches in a group. Behind a final backslash, which would continue it,
+/// stands a '#'.
+std::string headOf(const std::string& key) {
+    return "# " + key + (!key.empty() && key.back() == '\\' ? " #\n" : "\n");
+}
+
 std::string search(const std::string& text, const Options& options, bool json) {
     std::string out;
     for (const Match& match : Search(text, options).run()) {
@@ -146,7 +152,7 @@ std::string search(const std::string& text, const Options& options, bool json) {
             out += jsonText({{"key", match.key}, {"line", match.line}, {"lines", &lines}}) + '\n';
             continue;
         }
-        if (!options.group.empty()) out.append("# ").append(match.key).append(1, '\n');
+        if (!options.group.empty()) out += headOf(match.key);
         out += statements;
     }
     return out;
@@ -158,7 +164,7 @@ void appendBare(std::string& out, const std::string& key, const Lines& lines,
         out.append(jsonText({{"key", key}, {"lines", &lines}})).append(1, '\n');
         return;
     }
-    if (!options.group.empty()) out.append("# ").append(key).append(1, '\n');
+    if (!options.group.empty()) out += headOf(key);
     for (const std::string& line : lines) out.append(line).append(1, '\n');
 }
 

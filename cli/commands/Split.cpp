@@ -66,9 +66,10 @@ void appendRun(std::string& out, const Runs::value_type& run, const Options& opt
 
 Outcome splitFile(const std::string& file, const Options& options, const Settings& settings) {
     Outcome outcome;
-    std::string text = readSource(file).takeText();
-    const Runs runs =
-        options.bare ? extraction::extractActionOrStateFromKDX(text) : runsOf(std::move(text));
+    Source source = readSource(file);
+    const Runs runs = options.bare
+                          ? extraction::extractActionOrStateFromKDX(std::move(source).takeText())
+                          : runsOf(std::move(source.buffer));
     for (const auto& run : runs) appendRun(outcome.results, run, options, settings.json);
     return outcome;
 }

@@ -112,7 +112,8 @@ void printEvents(const Source& source) {
         printer.text += "{\"kind\":\"byte-order-mark\"";
         appendSource(printer.text, source.byteOrderMark());
     }
-    for (KDXReader reader(source.text()); reader.next(); printer.printIfLong())
+    // With its mark, as the reader would take a second one for it.
+    for (KDXReader reader(source.buffer); reader.next(); printer.printIfLong())
         appendEvent(printer.text, reader);
     printer.print();
 }

@@ -4,6 +4,7 @@
 #include <kiv/KDXDocument.h>
 
 #include <map>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -194,7 +195,9 @@ private:
     std::string textOf(const Json& value) const {
         if (value.is_string()) return value.get<std::string>();
         if (value.is_number_integer() || value.is_boolean()) return value.dump();
-        fail("a value is a string: " + shown(value.dump()));
+        // What is nested is not shown: dump() calls itself for each level of it.
+        fail("a value is a string, not " +
+             (value.is_structured() ? std::string("an ") + value.type_name() : value.dump()));
     }
 
     /// Does what adds something to the document. @throws Trouble when that is refused.
@@ -218,6 +221,26 @@ private:
     std::string path;
 };
 
+/// Reads JSON in which no object has a key twice: of its values, all but the last would be lost.
+Json parseJson(std::string_view text) {
+    std::vector<std::set<std::string>> keys;  // of the open objects
+    const auto check = [&](int /*depth*/, Json::parse_event_t event, const Json& parsed) {
+        if (event == Json::parse_event_t::object_start) keys.emplace_back();
+        if (event == Json::parse_event_t::object_end) keys.pop_back();
+        if (event != Json::parse_event_t::key) return true;
+        const auto& key = parsed.get_ref<const std::string&>();
+        if (!keys.back().insert(key).second)
+            throw Trouble("is no nested map: an object has \"" + shown(key) + "\" twice");
+        return true;
+    };
+    try {
+        return Json::parse(text, check);
+    } catch (const Json::parse_error& error) {
+        const std::string_view what = error.what();
+        throw Trouble("is no JSON: " + shown(what.substr(what.find("] ") + 2)));
+    }
+}
+
 }  // namespace
 
 void printNested(const std::vector<std::string_view>& texts, Taken taken,
@@ -229,9 +252,7 @@ void printNested(const std::vector<std::string_view>& texts, Taken taken,
 
 std::string readNested(std::string_view json, const Settings& settings,
                        const kiv::KDXFormatting::Style& style) {
-    const Json list = Json::parse(json, nullptr, false);
-    if (list.is_discarded()) throw Trouble("is no JSON");
-    return formatKDX(NestedReader(settings.maxDepth).read(list), style);
+    return formatKDX(NestedReader(settings.maxDepth).read(parseJson(json)), style);
 }
 
 }  // namespace kdx

@@ -86,22 +86,27 @@ class Diff(KdxTest):
 
     def test_in_git(self):
         self.git("init -q")
-        subprocess.run(["git", "config", "diff.kdx.command", f"'{kdx_test.KDX[-1]}' diff --git"],
+        subprocess.run(["git", "config", "diff.kdx.command", f"'{kdx_test.KDX[-1]}' diff --git --"],
                        cwd=self.folder, check=True)
         self.write({".gitattributes": "*.kdx diff=kdx\n", "a.kdx": BEFORE, "gone.kdx": "! w\n",
-                    "sub/moved.kdx": NESTED})
+                    "sub/moved.kdx": NESTED, "same.kdx": NESTED * 2})
         self.git("add .")
         self.git("commit -qm one")
         self.write({"a.kdx": BEFORE.replace("# c", "# d")})
         self.assertEqual(self.git("diff"), "--- a/a.kdx\n+++ b/a.kdx\n  only comments or layout\n")
         self.write({"a.kdx": BEFORE.replace("x = 1", "x = 2"), "new.kdx": "no KDX\nEND\n",
+                    "-i.kdx": "A:\n" * 1001,
                     "sub/moved.kdx": NESTED.replace("10", "11")})
+        (self.folder / "a.kdx").chmod(0o755)
         self.git("rm -q gone.kdx")
+        self.git("mv same.kdx renamed.kdx")
         self.git("mv sub/moved.kdx moved.kdx")
         self.git("add .")
-        changes = ("--- a/a.kdx\n+++ b/a.kdx\n    /S:s\n- 3   x = 1\n+ 3   x = 2\n"
+        changes = ("--- /dev/null\n+++ b/-i.kdx\n  objects are nested deeper than 1000 levels; "
+                   "--max-depth allows more\n", "old mode 100644\nnew mode 100755\n--- a/a.kdx\n+++ b/a.kdx\n    /S:s\n- 3   x = 1\n+ 3   x = 2\n"
                    "--- a/gone.kdx\n+++ /dev/null\n- 1 ! w\n", "+++ b/moved.kdx\n     /Sample:s1\n",
-                   "--- /dev/null\n+++ b/new.kdx\n+ 1 no KDX\n+ 2 END\n")
+                   "--- /dev/null\n+++ b/new.kdx\n+ 1 no KDX\n+ 2 END\n",
+                   "similarity index 100%\nrename from same.kdx\nrename to renamed.kdx\n")
         shown = [self.git("diff --cached")]
         self.git("commit -qm two")
         shown += [self.git(command) for command in ["log -p -1 --ext-diff", "show --ext-diff"]]

@@ -21,7 +21,7 @@ class Results(KdxTest):
             '{"kind":"action","line":7,"column":1,"depth":0,"text":">d","source":">d\\n"}\n']
         self.write({"odd": "A: # c\nq = C:\\dir\\ # c\n p = 1\n # d\n B:\n > a \\ \n b\n END\n"
                     "END\n",
-                    "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
+                    "back": "A: C:\\ #\nB: \\ #\nx = 1\nEND\nEND\n", "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
                     "acts": ">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n",
                     "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n"})
         slash = ("slash:1:5: warning: the '/' in the name makes the path /A:x/y read as that of an "
@@ -57,6 +57,7 @@ class Results(KdxTest):
              "# s1\nChannel: B\n  Gain = 4\nEND\n# s2\nChannel: A\n  Gain = 7\nEND\n"),
             ("find f --type Channel --group Sample --bare",
              "# s1\nChannel:B\n  Gain = 4\nEND\n# s2\nChannel:A\n  Gain = 7\nEND\n"),
+            ("find back --type B --group A", "# C:\\ #\nB: \\ #\n  x = 1\nEND\n"),
             ("find f --type Filter --json",
              '{"key":"Filter:F","line":5,"lines":["Filter: F","  Cut = 5","END"]}\n'),
             ("find open --type B --json --bare", '{"key":"B:b","lines":["B:b","  x = 1"]}\n'),
@@ -131,7 +132,7 @@ class Results(KdxTest):
             self.expect(arguments, text, output)
 
     def test_events_are_the_text(self):
-        for text in [b"", b"A", b"\xef\xbb\xbf\n x = \\\r\n \xb0 \\",
+        for text in [b"", b"A", b"\xef\xbb\xbf\n x = \\\r\n \xb0 \\", b"\xef\xbb\xbf" * 2,
                      b"END\n\0 # \xc3\xa9 \xe2\x80\xae\r\n"]:
             events = self.run_kdx("events", text)[1]
             self.expect("write --events", events, text.decode(errors="replace"))
@@ -193,8 +194,12 @@ class Results(KdxTest):
             ("[1]", "is no nested map: not an object with type, name, parameters and objects"),
             ('[{"type": "A-B"}]', f"/A-B: {cannot}{characters}"),
             ('[{"type": "A", "parameters": {"x": 1.5}}]',
-             "is no nested map at /A: a value is a string: 1.5"),
-            ("[{]", "is no JSON"), ("/A\tx", "line 1 is not PATH<tab>NAME<tab>VALUE: /A x"),
+             "is no nested map at /A: a value is a string, not 1.5"),
+            ('[{"name": ' + "[" * 300000 + "]" * 300000 + "}]",
+             "is no nested map: a value is a string, not an array"),
+            ('[{"parameters": {"x": 1, "x": 2}}]', 'is no nested map: an object has "x" twice'),
+            ("[{]", "is no JSON: parse error at line 1, column 3: syntax error while parsing object "
+             "key - unex..."), ("/A\tx", "line 1 is not PATH<tab>NAME<tab>VALUE: /A x"),
             ("/A\tx\t1\n/A\tx\t2", "line 2: the parameter stands here twice: /A x 2"),
             ('"x"', "is no map: not an object of objects"),
             ('{"/A": {', "is no JSON: parse error at line 1, column 9: syntax error while parsing "
