@@ -13,7 +13,7 @@ packages="g++ cmake ninja-build pkg-config python3 \
     libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libeditorconfig-dev"
 case "${1-}" in
     '') ;;
-    check) packages="$packages clang clang-tidy clang-format gcovr valgrind abigail-tools" ;;
+    check) packages="$packages clang clang-tidy clang-format gcovr strace valgrind abigail-tools" ;;
     bench) packages="$packages valgrind iso-codes libbenchmark-dev rapidjson-dev libsimdjson-dev \
         libpugixml-dev libexpat1-dev libtomlplusplus-dev libyaml-cpp-dev libinih-dev" ;;
     windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
