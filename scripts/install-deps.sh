@@ -15,7 +15,7 @@ packages="g++ cmake ninja-build pkg-config python3 \
     libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libeditorconfig-dev"
 case "${1-}" in
     '') ;;
-    check) packages="$packages clang clang-tidy clang-format gcovr valgrind abigail-tools" ;;
+    check) packages="$packages clang clang-tidy clang-format gcovr strace valgrind abigail-tools" ;;
     bench) packages="$packages valgrind iso-codes libbenchmark-dev rapidjson-dev libsimdjson-dev \
         libpugixml-dev libexpat1-dev libtomlplusplus-dev libyaml-cpp-dev libinih-dev python3-yaml" ;;
     python) packages="python3-dev pybind11-dev python3-pytest python3-hypothesis mypy \

@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""How kdx changes a file in its place: what stays, and what other programs and signals do to it."""
+"""How kdx changes a file in its place: what stays, and what other programs and signals do to it.
+
+Ends a run at few moments; where KIV_THOROUGH is set, at two hundred.
+"""
 
 import fcntl
 import os
@@ -122,13 +125,15 @@ class InPlace(KdxTest):
         self.expect("fmt -i -j 4 file file ./file file")
 
     def end_at_any_moment(self, arguments, number, old, new):
-        """Every file is whole whenever the process ends: as it was, or as it was to become."""
-        files = {f"d/{i}.kdx": old for i in range(100, 300)}
+        """Every file is whole whenever the process ends: as it was, or as it was to become. What
+        one run leaves, the next one sweeps."""
+        files = {f"d/{i}.kdx": old for i in range(100, 200)}
         source = random.Random(3)
-        half_done = 0
-        for _ in range(6):
+        ends = 200 if "KIV_THOROUGH" in os.environ else 6
+        half_done = leaving = 0
+        for _ in range(ends):
             self.write(files)
-            late = self.folder / f"d/{source.randrange(100, 280)}.kdx"
+            late = self.folder / f"d/{source.randrange(100, 190)}.kdx"
             before = late.stat().st_ino
             running = subprocess.Popen([*KDX, *arguments], cwd=self.folder)
             while running.poll() is None and late.stat().st_ino == before:
@@ -138,9 +143,12 @@ class InPlace(KdxTest):
             contents = {self.read(name) for name in files}
             self.assertLessEqual(contents, {old, new})
             half_done += len(contents) == 2
-            if number != signal.SIGKILL:
-                self.assertEqual(len(os.listdir(self.folder / "d")), len(files))
+            left = len(os.listdir(self.folder / "d")) - len(files)
+            self.assertLessEqual(left, os.cpu_count() if number == signal.SIGKILL else 0)
+            leaving += left > 0
         self.assertGreater(half_done, 0)
+        print(f"{arguments[0]}, signal {number}: {ends} ends, {half_done} with some files changed, "
+              f"{leaving} with a temporary file left", flush=True)
 
     def test_ended_at_any_moment(self):
         old = UGLY + 300 * "A:\nx = 1\nEND\n"

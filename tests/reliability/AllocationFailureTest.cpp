@@ -1,46 +1,14 @@
 // Makes every single allocation of every public operation fail, one after the other.
 
-#include <cstdlib>
 #include <iostream>
 #include <new>
 
+#include "support/Allocations.h"
 #include "support/EveryOperation.h"
 
 namespace {
 
-std::size_t allocationsUntilFailure = 0;  // 0: none fails
-std::ptrdiff_t liveAllocations = 0;
 std::size_t injectedFailures = 0;
-
-}  // namespace
-
-// Inlined, these would look to g++ like the wrong ends of a plain malloc() or new.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    if (allocationsUntilFailure != 0 && --allocationsUntilFailure == 0) throw std::bad_alloc();
-    void* memory = std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr) throw std::bad_alloc();
-    ++liveAllocations;
-    return memory;
-}
-
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    try {
-        return operator new(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    if (memory != nullptr) --liveAllocations;
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    operator delete(memory);
-}
-
-namespace {
 
 std::string textOf(const std::string& text) {
     return text;
@@ -69,20 +37,20 @@ void sweep(Call call, const State& start) {
     call(done);
     for (std::size_t n = 1;; ++n, ++injectedFailures) {
         SCOPED_TRACE("allocation " + std::to_string(n) + " on the way to " + textOf(done));
-        const std::ptrdiff_t liveBefore = liveAllocations;
+        const std::ptrdiff_t liveBefore = allocations::live;
         {
             State state(start);
-            allocationsUntilFailure = n;
+            allocations::untilFailure = n;
             try {
                 call(state);
-                if (std::exchange(allocationsUntilFailure, 0) != 0) return;  // there are fewer
+                if (std::exchange(allocations::untilFailure, 0) != 0) return;  // there are fewer
             } catch (const std::bad_alloc&) {
                 EXPECT_EQ(textOf(state), textOf(start));
                 call(state);
             }
             EXPECT_EQ(textOf(state), textOf(done));
         }
-        EXPECT_EQ(liveAllocations, liveBefore);
+        EXPECT_EQ(allocations::live, liveBefore);
     }
 }
 
@@ -173,10 +141,10 @@ TEST(AllocationFailure, leavesInTheMapWhatWasRead) {
     std::size_t read = 0;
     for (std::size_t n = 1;; ++n, ++injectedFailures) {
         kiv::StringMapMap map;
-        allocationsUntilFailure = n;
+        allocations::untilFailure = n;
         try {
             kiv::KDXToStringMapMap::convert(everyOperation::kDocument, map);
-            if (std::exchange(allocationsUntilFailure, 0) != 0) break;
+            if (std::exchange(allocations::untilFailure, 0) != 0) break;
         } catch (const std::bad_alloc&) {
             EXPECT_GE(dump(map).size(), read) << "allocation " << n;
         }
