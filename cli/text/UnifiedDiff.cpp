@@ -30,14 +30,22 @@ struct Change {
 };
 using Changes = std::vector<Change>;
 
-/// The runs of lines that are not the same in both.
+bool isBlank(std::string_view line) {
+    return line.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos;
+}
+
+/// The runs of lines that are not the same in both, where blank lines alone may be missing from the
+/// second.
 Changes changesOf(const Lines& before, const Lines& after) {
     Changes changes;
+    std::size_t j = 0;
     for (std::size_t i = 0; i < before.size(); ++i) {
-        if (before[i] == after[i]) continue;
-        if (changes.empty() || changes.back().end != i) changes.push_back({i, i, i, i});
-        ++changes.back().end;
-        ++changes.back().newEnd;
+        const bool isGone = j == after.size() || (isBlank(before[i]) && !isBlank(after[j]));
+        if (!isGone && before[i] == after[j++]) continue;
+        if (changes.empty() || changes.back().end != i)
+            changes.push_back({i, i, j - (isGone ? 0 : 1), 0});
+        changes.back().end = i + 1;
+        changes.back().newEnd = j;
     }
     return changes;
 }

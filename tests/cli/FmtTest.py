@@ -54,7 +54,7 @@ class Fmt(KdxTest):
     def test_diff_is_a_patch(self):
         source = random.Random(7)
         for _ in range(20):
-            text = "".join(source.choice(["x = 1\n", "  x = 1\n", "A:\n"]) for _ in range(40))
+            text = "".join(source.choice(["x = 1\n", "  x = 1\n", "A:\n", "\n", " \n"]) for _ in range(40))
             text = text[:source.choice([len(text), -1])]
             self.write({"file": text})
             _, patch, _ = self.run_kdx("fmt --diff file")
