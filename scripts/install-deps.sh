@@ -7,6 +7,7 @@
 #   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
 #   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
+#   scripts/install-deps.sh site       likewise for scripts/site.sh
 set -eu
 
 packages="g++ cmake ninja-build pkg-config python3 \
@@ -19,7 +20,11 @@ case "${1-}" in
     windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
     packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
-    *) echo "usage: $0 [check | bench | windows | platforms | packages]" >&2; exit 2 ;;
+    site)
+        packages="$packages doxygen doxygen-awesome-css emscripten chromium"
+        command -v npm >/dev/null || packages="$packages nodejs npm"
+        ;;
+    *) echo "usage: $0 [check | bench | windows | platforms | packages | site]" >&2; exit 2 ;;
 esac
 
 log=$(mktemp)
