@@ -9,6 +9,7 @@
 #   scripts/install-deps.sh editors    likewise the editors that the tests run
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
 #   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
+#   scripts/install-deps.sh site       likewise for scripts/site.sh
 set -eu
 
 packages="g++ cmake ninja-build pkg-config python3 \
@@ -27,8 +28,12 @@ case "${1-}" in
         ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
     packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
+    site)
+        packages="$packages doxygen doxygen-awesome-css emscripten chromium"
+        command -v npm >/dev/null || packages="$packages nodejs npm"
+        ;;
     *)
-        echo "usage: $0 [check | bench | python | windows | editors | platforms | packages]" >&2
+        echo "usage: $0 [check | bench | python | windows | editors | platforms | packages | site]" >&2
         exit 2
         ;;
 esac
