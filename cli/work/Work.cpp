@@ -94,7 +94,7 @@ public:
         std::unique_lock lock(mutex);
         changed.wait(lock, [this] { return outcomes[taken].has_value(); });
         Outcome outcome = *std::exchange(outcomes[taken++], std::nullopt);
-        changed.notify_all();
+        if (begun + 1 == taken + kAhead) changed.notify_all();  // the threads were that far ahead
         return outcome;
     }
 
@@ -109,7 +109,7 @@ private:
             Outcome outcome = guarded(work, files[index], index, settings);
             lock.lock();
             outcomes[index] = std::move(outcome);
-            changed.notify_all();
+            if (index == taken) changed.notify_all();  // the only one that is waited for
         }
     }
 
