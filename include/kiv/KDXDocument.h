@@ -159,6 +159,10 @@ public:
     KDXPlace placeOf(Node node, KDXReader::Part part = KDXReader::Part::text,
                      std::size_t byte = 0) const;
 
+    /// The place of a byte of source(), counted from its beginning, or of its end. Takes constant
+    /// time and that to count the lines; once something was changed, as placeOf().
+    KDXPlace placeInSource(Node node, std::size_t byte = 0) const;
+
     /// The statement that holds a byte of the text as it is now; none behind the end and in a byte
     /// order mark. Takes logarithmic time; once something was changed, linear time.
     Node nodeAt(std::size_t offset) const;

@@ -57,6 +57,11 @@ KDXPlace beginOf(const StatementTree& tree, Index index) {
     return place;
 }
 
+/// A place in a statement that begins at `begin`, as a place in the text.
+KDXPlace placeBehind(const KDXPlace& begin, const KDXPlace& inside) {
+    return {begin.offset + inside.offset, begin.line + inside.line - 1, inside.column};
+}
+
 }  // namespace
 
 KDXDocument::KDXDocument() : KDXDocument(std::string()) {}
@@ -188,8 +193,13 @@ std::string_view KDXDocument::source(Node node) const {
 KDXPlace KDXDocument::placeOf(Node node, KDXReader::Part part, std::size_t byte) const {
     const Index index = impl->statementOf("placeOf", node);
     const KDXPlace inside = StatementReader(impl->tree.bytesOf(index)).placeOf(part, byte);
-    const KDXPlace begin = beginOf(impl->tree, index);
-    return {begin.offset + inside.offset, begin.line + inside.line - 1, inside.column};
+    return placeBehind(beginOf(impl->tree, index), inside);
+}
+
+KDXPlace KDXDocument::placeInSource(Node node, std::size_t byte) const {
+    const Index index = impl->statementOf("placeInSource", node);
+    const KDXPlace inside = StatementReader(impl->tree.bytesOf(index)).placeInSource(byte);
+    return placeBehind(beginOf(impl->tree, index), inside);
 }
 
 Node KDXDocument::nodeAt(std::size_t offset) const {

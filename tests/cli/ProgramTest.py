@@ -38,6 +38,7 @@ class Program(KdxTest):
             ("check --max-error=1", 2, "--max-error; did you mean '--max-errors'?\n"),
             ("--jsn check", 2, "--jsn; did you mean '--json'?\n"), ("find --type", 2, "--type"),
             ("help ftm", 2, "kdx: there is no command ftm; did you mean 'fmt'?\n"),
+            ("lsp x", 2, "x"),
             ("check -j 0", 2, "--jobs"), ("map --only A --without B", 2, "--without"),
             ("write --indent -1", 2, "--indent"), ("check --max-errors -1", 2, "--max-errors"),
             ("check --max-depth -1", 2, "--max-dep"), ("tree --depth 0", 2, "1 to 1000000000"),

@@ -338,6 +338,7 @@ TEST(KDXDocument, showsTheTree) {
     const kiv::KDXPlace place = document.placeOf(at(document, "x"), kiv::KDXReader::Part::second);
     EXPECT_EQ(std::to_string(place.offset) + ' ' + placeText(place), "17 3:7");
     EXPECT_EQ(document.nodeAt(17), at(document, "x"));
+    EXPECT_EQ(document.placeInSource(at(document, "x")).offset, 11U);
     EXPECT_EQ(document.nodeAt(1000), Node::none);
 }
 

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kdx::lsp {
+
+/// A place as editors count: lines from 0, and in them UTF-16 code units.
+struct Position {
+    std::size_t line = 0;
+    std::size_t character = 0;
+};
+
+inline bool operator<(const Position& a, const Position& b) {
+    return a.line != b.line ? a.line < b.line : a.character < b.character;
+}
+
+/// A text as an editor has it, in UTF-8: the one place where positions of editors become offsets in
+/// bytes, and back. Lines end in LF, CR LF, or CR, as they do for editors; for KDX they end in LF.
+class EditorText {
+public:
+    explicit EditorText(std::string givenText = {});
+
+    const std::string& text() const { return content; }
+
+    /// What lies behind a line's end becomes its end, what lies behind the last line the end of the
+    /// text, and the middle of a character its begin.
+    std::size_t offsetOf(const Position& position) const;
+
+    /// Takes time in proportion to the line; of ascending offsets in it, to what lies between.
+    Position positionOf(std::size_t offset) const;
+
+    /// The offset of the beginning of the line that holds an offset.
+    std::size_t lineBegin(std::size_t offset) const;
+
+    /// Whether an offset lies between CR and LF, where no position is.
+    bool isInsideLineEnd(std::size_t offset) const;
+
+    /// Replaces what stands between two offsets, in whatever order they come.
+    void replace(std::size_t begin, std::size_t end, std::string_view replacement);
+
+private:
+    bool isLineBegin(std::size_t offset) const;
+    std::size_t lineEnd(std::size_t line) const;
+    void findLines(std::size_t begin, std::size_t end, std::vector<std::size_t>& found) const;
+
+    std::string content;
+    std::vector<std::size_t> lines;  // where each begins
+
+    struct Counted {
+        std::size_t offset = 0;
+        std::size_t line = 0;
+        std::size_t character = 0;
+    };
+    mutable Counted last;  // the last position that was asked for
+};
+
+}  // namespace kdx::lsp

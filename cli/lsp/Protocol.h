@@ -1,0 +1,43 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+namespace kdx::lsp {
+
+using Json = nlohmann::json;
+
+/// The protocol's numbers for why a request gets no result.
+enum class ErrorCode : int {
+    parseError = -32700,
+    invalidRequest = -32600,
+    methodNotFound = -32601,
+    invalidParams = -32602,
+    internalError = -32603,
+    serverNotInitialized = -32002,
+    requestFailed = -32803,
+    requestCancelled = -32800,
+};
+
+/// What is answered in place of a result; the text is for the user to read.
+class RequestError : public std::runtime_error {
+public:
+    RequestError(ErrorCode givenCode, const std::string& message)
+        : std::runtime_error(message), errorCode(givenCode) {}
+    ErrorCode code() const noexcept { return errorCode; }
+
+private:
+    ErrorCode errorCode;
+};
+
+/// A member that has to be there and to be a number that counts something.
+/// @throws RequestError, or Json::exception when it is not there.
+std::size_t countAt(const Json& json, const char* name);
+
+/// The same for a text, which lives as long as the JSON.
+const std::string& textAt(const Json& json, const char* name);
+
+}  // namespace kdx::lsp

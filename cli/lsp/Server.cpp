@@ -1,0 +1,190 @@
+#include "Server.h"
+
+#include <kiv/Error.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "Features.h"
+#include "Version.h"
+
+namespace kdx::lsp {
+namespace {
+
+constexpr const char* kNoJson = "the message is no JSON";
+constexpr const char* kNoRequest = "the message is no request";
+constexpr const char* kNotInitialized = "the first request must be initialize";
+constexpr const char* kInitializedTwice = "the server is initialized already";
+constexpr const char* kShutDown = "the server is shut down";
+constexpr const char* kCancelled = "the request was cancelled";
+
+constexpr int kIncremental = 2;   // of TextDocumentSyncKind
+constexpr int kErrorMessage = 1;  // of MessageType
+
+using Answer = Json (*)(const Documents& documents, const Json& params);
+
+struct Feature {
+    const char* method;
+    const char* capability;  // by which the client learns of it
+    Answer answer;
+};
+
+constexpr Feature kFeatures[] = {
+    {"textDocument/formatting", "documentFormattingProvider", formatting},
+    {"textDocument/rangeFormatting", "documentRangeFormattingProvider", rangeFormatting},
+};
+
+Json capabilities() {
+    Json json = {{"positionEncoding", "utf-16"},
+                 {"textDocumentSync", {{"openClose", true}, {"change", kIncremental}}}};
+    for (const Feature& feature : kFeatures) json[feature.capability] = true;
+    return json;
+}
+
+Json greeting() {
+    return {{"capabilities", capabilities()},
+            {"serverInfo", {{"name", "kdx"}, {"version", kVersion}}}};
+}
+
+/// Numbers and texts; all else is neither shown nor sent back.
+bool isId(const Json& id) {
+    return id.is_number() || id.is_string();
+}
+
+/// Calls `work` and hands what it throws to `fail`, as the protocol names it.
+template <typename Work, typename Fail>
+void guarded(Work work, Fail fail) {
+    try {
+        work();
+    } catch (const RequestError& error) {
+        fail(error.code(), error.what());
+    } catch (const Json::exception& error) {
+        fail(ErrorCode::invalidParams, error.what());
+    } catch (const kiv::Error& error) {
+        fail(ErrorCode::requestFailed, error.message());
+    } catch (const std::exception& error) {
+        fail(ErrorCode::internalError, error.what());
+    }
+}
+
+}  // namespace
+
+Server::Server(Send givenSend, std::size_t maxDepth)
+    : send(std::move(givenSend)), depthLimit(maxDepth) {}
+
+void Server::handle(const Json& message, bool isCancelled) {
+    static const Json none;
+    if (message.is_discarded()) return refuse(none, ErrorCode::parseError, kNoJson);
+    if (!message.is_object()) return refuse(none, ErrorCode::invalidRequest, kNoRequest);
+    const auto id = message.find("id");
+    const bool hasId = id != message.end() && isId(*id);
+    const auto method = message.find("method");
+    const bool isResponse = method == message.end() && hasId;
+    if (isResponse) return;
+    if (method == message.end() || !method->is_string() || (id != message.end() && !hasId))
+        return refuse(hasId ? *id : none, ErrorCode::invalidRequest, kNoRequest);
+    const auto params = message.find("params");
+    const Json& given = params == message.end() ? none : *params;
+    if (hasId) return answer(*id, *method, given, isCancelled);
+    take(*method, given);
+}
+
+void Server::answer(const Json& id, const std::string& method, const Json& params,
+                    bool isCancelled) {
+    Json result;
+    bool failed = false;
+    guarded([&] { result = resultOf(method, params, isCancelled); },
+            [&](ErrorCode code, const std::string& message) {
+                failed = true;
+                refuse(id, code, message);
+            });
+    if (!failed) reply(id, std::move(result));
+}
+
+Json Server::resultOf(const std::string& method, const Json& params, bool isCancelled) {
+    if (isCancelled) throw RequestError(ErrorCode::requestCancelled, kCancelled);
+    if (state == State::shutDown) throw RequestError(ErrorCode::invalidRequest, kShutDown);
+    if (method == "initialize") {
+        if (state != State::fresh) throw RequestError(ErrorCode::invalidRequest, kInitializedTwice);
+        state = State::running;
+        return greeting();
+    }
+    if (state == State::fresh) throw RequestError(ErrorCode::serverNotInitialized, kNotInitialized);
+    if (method == "shutdown") {
+        state = State::shutDown;
+        return nullptr;
+    }
+    for (const Feature& feature : kFeatures)
+        if (method == feature.method) return feature.answer(open, params);
+    throw RequestError(ErrorCode::methodNotFound, "there is no method " + method);
+}
+
+/// A notification; nobody waits for an answer, but a text that is out of step is worth a word.
+void Server::take(const std::string& method, const Json& params) {
+    if (method == "exit") {
+        state = state == State::shutDown ? State::exited : State::exitedEarly;
+        return;
+    }
+    if (state != State::running) return;
+    guarded(
+        [&] {
+            if (method == "textDocument/didOpen") openText(params);
+            if (method == "textDocument/didChange") changeText(params);
+            if (method == "textDocument/didClose") closeText(params);
+        },
+        [&](ErrorCode, const std::string& message) {
+            notify("window/logMessage",
+                   {{"type", kErrorMessage}, {"message", method + ": " + message}});
+        });
+}
+
+void Server::openText(const Json& params) {
+    const Json& text = params.at("textDocument");
+    const std::string& uri = textAt(text, "uri");
+    open.insert_or_assign(uri, OpenDocument(uri, text, depthLimit));
+}
+
+void Server::changeText(const Json& params) {
+    const Json& text = params.at("textDocument");
+    documentOf(open, params).change(params.at("contentChanges"), text.at("version"));
+}
+
+void Server::closeText(const Json& params) {
+    const std::string& uri = textAt(params.at("textDocument"), "uri");
+    if (open.erase(uri) != 0) publish(uri, nullptr, Json::array());
+}
+
+bool Server::hasNews() const {
+    return std::any_of(open.begin(), open.end(),
+                       [](const auto& entry) { return entry.second.isUnreported(); });
+}
+
+void Server::reportProblems() {
+    for (auto& [uri, document] : open) {
+        if (!document.isUnreported()) continue;
+        document.setReported();
+        publish(uri, document.version(), diagnostics(document));
+    }
+}
+
+void Server::publish(const std::string& uri, const Json& version, Json problems) {
+    Json params = {{"uri", uri}, {"diagnostics", std::move(problems)}};
+    if (!version.is_null()) params["version"] = version;
+    notify("textDocument/publishDiagnostics", std::move(params));
+}
+
+void Server::reply(const Json& id, Json result) {
+    send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
+}
+
+void Server::refuse(const Json& id, ErrorCode code, const std::string& message) {
+    send({{"jsonrpc", "2.0"},
+          {"id", id},
+          {"error", {{"code", static_cast<int>(code)}, {"message", message}}}});
+}
+
+void Server::notify(const char* method, Json params) {
+    send({{"jsonrpc", "2.0"}, {"method", method}, {"params", std::move(params)}});
+}
+
+}  // namespace kdx::lsp
