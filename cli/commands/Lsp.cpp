@@ -1,13 +1,23 @@
 #include "Commands.h"
-#include "lsp/Run.h"
+#include "lsp/Connection.h"
+#include "lsp/Server.h"
 
 namespace kdx {
 namespace {
 
 struct Options {};
 
+/// Serves the client until it says good-bye, or is gone.
 Status run(const Options&, const Settings& settings) {
-    return lsp::run(settings.maxDepth);
+    lsp::Connection connection;
+    lsp::Server server(lsp::Connection::send, settings.maxDepth);
+    while (!server.hasExited()) {
+        if (server.hasNews() && connection.isQuiet()) server.reportProblems();
+        const auto message = connection.next();
+        if (!message) break;
+        server.handle(*message, connection.isCancelled(*message));
+    }
+    return server.wasShutDown() ? Status::fine : Status::findings;
 }
 
 }  // namespace

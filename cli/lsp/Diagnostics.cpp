@@ -1,6 +1,5 @@
-#include <algorithm>
-
 #include "Features.h"
+#include "text/ShownText.h"
 
 namespace kdx::lsp {
 namespace {
@@ -8,29 +7,22 @@ namespace {
 using kiv::KDXCheck::Problem;
 using kiv::KDXCheck::Severity;
 
-enum class DiagnosticSeverity : int { error = 1, warning = 2 };
-
-DiagnosticSeverity severityOf(const Problem& problem) {
-    switch (problem.severity) {
-        case Severity::error: return DiagnosticSeverity::error;
-        case Severity::warning: return DiagnosticSeverity::warning;
-    }
-    return DiagnosticSeverity::error;
-}
+constexpr std::size_t kLongestQuote = 200;
+constexpr int kError = 1;  // of DiagnosticSeverity
+constexpr int kWarning = 2;
 
 /// Another place, with what stands there.
 Json related(const OpenDocument& document, std::size_t offset) {
-    const std::string& text = document.text().text();
-    const std::size_t end = std::min(text.find_first_of("\r\n", offset), text.size());
-    return {{"location", {{"uri", document.uri()}, {"range", document.range(offset, end)}}},
-            {"message", text.substr(offset, end - offset)}};
+    const std::string text = document.text().text().substr(offset, kLongestQuote);
+    return {{"location", {{"uri", document.uri()}, {"range", document.range(offset, offset)}}},
+            {"message", shown(text.substr(0, text.find_first_of("\r\n")))}};
 }
 
 }  // namespace
 
 Json diagnostic(const OpenDocument& document, const Problem& problem) {
     Json json = {{"range", document.range(problem.begin.offset, problem.end.offset)},
-                 {"severity", static_cast<int>(severityOf(problem))},
+                 {"severity", problem.severity == Severity::error ? kError : kWarning},
                  {"code", problem.rule},
                  {"source", "kdx"},
                  {"message", problem.message}};

@@ -33,9 +33,12 @@ std::size_t EditorText::offsetOf(const Position& position) const {
 Position EditorText::positionOf(std::size_t offset) const {
     const auto behind = std::upper_bound(lines.begin(), lines.end(), offset);
     const auto line = static_cast<std::size_t>(behind - lines.begin()) - 1;
-    if (line != last.line || offset < last.offset) last = {lines[line], line, 0};
-    for (; last.offset < offset; ++last.offset) last.character += unitsOf(content[last.offset]);
-    return {line, last.character};
+    if (line != last.line || offset < lastOffset) {
+        lastOffset = lines[line];
+        last = {line, 0};
+    }
+    for (; lastOffset < offset; ++lastOffset) last.character += unitsOf(content[lastOffset]);
+    return last;
 }
 
 std::size_t EditorText::lineBegin(std::size_t offset) const {
@@ -58,6 +61,7 @@ void EditorText::replace(std::size_t begin, std::size_t end, std::string_view re
     findLines(begin, begin + replacement.size(), found);
     const auto gap = lines.erase(firstLost, firstKept);
     lines.insert(gap, found.begin(), found.end());
+    lastOffset = 0;
     last = {};
 }
 

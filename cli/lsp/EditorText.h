@@ -13,10 +13,6 @@ struct Position {
     std::size_t character = 0;
 };
 
-inline bool operator<(const Position& a, const Position& b) {
-    return a.line != b.line ? a.line < b.line : a.character < b.character;
-}
-
 /// A text as an editor has it, in UTF-8: the one place where positions of editors become offsets in
 /// bytes, and back. Lines end in LF, CR LF, or CR, as they do for editors; for KDX they end in LF.
 class EditorText {
@@ -47,14 +43,9 @@ private:
     void findLines(std::size_t begin, std::size_t end, std::vector<std::size_t>& found) const;
 
     std::string content;
-    std::vector<std::size_t> lines;  // where each begins
-
-    struct Counted {
-        std::size_t offset = 0;
-        std::size_t line = 0;
-        std::size_t character = 0;
-    };
-    mutable Counted last;  // the last position that was asked for
+    std::vector<std::size_t> lines;      // where each begins
+    mutable std::size_t lastOffset = 0;  // whose position was asked for last
+    mutable Position last;
 };
 
 }  // namespace kdx::lsp

@@ -5,12 +5,18 @@
 
 namespace kdx::lsp {
 
-// What is answered to requests: each takes the open texts and the parameters of the request, and
-// returns its result.
-// @throws RequestError, Json::exception or kiv::Error where there is none.
+/// What is answered to a request: takes the open texts and the parameters of the request, and
+/// returns its result.
+/// @throws RequestError, Json::exception or kiv::Error where there is none.
+using Answer = Json(const Documents& documents, const Json& params);
 
-Json formatting(const Documents& documents, const Json& params);
-Json rangeFormatting(const Documents& documents, const Json& params);
+Answer codeActions, completion, definition, documentSymbols, foldingRanges, formatting, highlight,
+    hover, prepareRename, rangeFormatting, references, rename, selectionRanges, semanticTokens,
+    semanticTokensInRange, workspaceSymbols;
+
+/// What the client has to know to ask for those of the name.
+Json codeActionOptions();
+Json semanticTokensOptions();
 
 /// One problem of a text.
 Json diagnostic(const OpenDocument& document, const kiv::KDXCheck::Problem& problem);

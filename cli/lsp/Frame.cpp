@@ -1,6 +1,7 @@
 #include "Frame.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <utility>
 
@@ -17,14 +18,12 @@ constexpr const char* kNoLength = "standard input: a message without a Content-L
 constexpr const char* kBadLength = "standard input: a Content-Length that cannot be";
 constexpr const char* kNoHeader = "standard input: a header that does not end";
 
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool isLengthHeader(std::string_view line) {
-    return line.size() >= kLengthHeader.size() &&
-           std::equal(kLengthHeader.begin(), kLengthHeader.end(), line.begin(),
-                      [](char expected, char c) { return expected == lowered(c); });
+    const auto isSame = [](char expected, char c) {
+        return expected == std::tolower(static_cast<unsigned char>(c));
+    };
+    return std::equal(kLengthHeader.begin(), kLengthHeader.end(), line.begin(),
+                      line.begin() + std::min(line.size(), kLengthHeader.size()), isSame);
 }
 
 std::size_t lengthIn(std::string_view line) {

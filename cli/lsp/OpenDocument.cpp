@@ -1,5 +1,7 @@
 #include "OpenDocument.h"
+#include "text/ShownText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kdx::lsp {
@@ -9,6 +11,21 @@ namespace {
 constexpr std::size_t kMaxProblems = 1000;
 
 constexpr const char* kNotOpen = "the document is not open";
+
+/// The same edit without the bytes at its ends that stay, by whole characters.
+kiv::KDXTextEdit shortened(std::string_view text, const kiv::KDXTextEdit& edit) {
+    const std::string_view old = text.substr(edit.offset, edit.length);
+    const std::string_view now = edit.replacement;
+    const auto differ = std::mismatch(old.begin(), old.end(), now.begin(), now.end());
+    const std::size_t same =
+        characterBegin(old, static_cast<std::size_t>(differ.first - old.begin()));
+    const std::size_t limit = std::min(old.size(), now.size()) - same;
+    std::size_t tail = 0;
+    while (tail < limit && old[old.size() - tail - 1] == now[now.size() - tail - 1]) ++tail;
+    while (tail > 0 && continuesCharacter(old[old.size() - tail])) --tail;
+    return {edit.offset + same, old.size() - same - tail,
+            std::string(now.substr(same, now.size() - same - tail))};
+}
 
 }  // namespace
 
@@ -59,7 +76,8 @@ std::size_t OpenDocument::offsetOf(const Json& position) const {
     return content.offsetOf({countAt(position, "line"), countAt(position, "character")});
 }
 
-Json OpenDocument::textEdit(const kiv::KDXTextEdit& edit) const {
+Json OpenDocument::textEdit(const kiv::KDXTextEdit& whole) const {
+    const kiv::KDXTextEdit edit = shortened(content.text(), whole);
     // No position lies between CR and LF: an edit that begins or ends there takes the other in.
     const std::size_t end = edit.offset + edit.length;
     const bool fromLineFeed = content.isInsideLineEnd(edit.offset);
@@ -74,6 +92,10 @@ Json OpenDocument::textEdits(const std::vector<kiv::KDXTextEdit>& edits) const {
     Json list = Json::array();
     for (const kiv::KDXTextEdit& edit : edits) list.push_back(textEdit(edit));
     return list;
+}
+
+Json OpenDocument::workspaceEdit(const std::vector<kiv::KDXTextEdit>& edits) const {
+    return {{"changes", {{name, textEdits(edits)}}}};
 }
 
 const OpenDocument& documentOf(const Documents& documents, const Json& params) {

@@ -41,8 +41,11 @@ public:
     Json position(std::size_t offset) const;
     Json range(std::size_t begin, std::size_t end) const;
     std::size_t offsetOf(const Json& position) const;
-    Json textEdit(const kiv::KDXTextEdit& edit) const;
+    /// An edit as short as can be.
+    Json textEdit(const kiv::KDXTextEdit& whole) const;
     Json textEdits(const std::vector<kiv::KDXTextEdit>& edits) const;
+    /// The same as a change of this text among all.
+    Json workspaceEdit(const std::vector<kiv::KDXTextEdit>& edits) const;
 
 private:
     std::string name;

@@ -35,9 +35,15 @@ private:
 
 /// A member that has to be there and to be a number that counts something.
 /// @throws RequestError, or Json::exception when it is not there.
-std::size_t countAt(const Json& json, const char* name);
+inline std::size_t countAt(const Json& json, const char* name) {
+    const Json& member = json.at(name);
+    if (member.is_number_unsigned()) return member.get<std::size_t>();
+    throw RequestError(ErrorCode::invalidParams, std::string(name) + " is no count");
+}
 
 /// The same for a text, which lives as long as the JSON.
-const std::string& textAt(const Json& json, const char* name);
+inline const std::string& textAt(const Json& json, const char* name) {
+    return json.at(name).get_ref<const std::string&>();
+}
 
 }  // namespace kdx::lsp

@@ -21,23 +21,39 @@ constexpr const char* kCancelled = "the request was cancelled";
 constexpr int kIncremental = 2;   // of TextDocumentSyncKind
 constexpr int kErrorMessage = 1;  // of MessageType
 
-using Answer = Json (*)(const Documents& documents, const Json& params);
-
 struct Feature {
     const char* method;
     const char* capability;  // by which the client learns of it
-    Answer answer;
+    Answer* answer;
 };
 
 constexpr Feature kFeatures[] = {
+    {"textDocument/codeAction", "codeActionProvider", codeActions},
+    {"textDocument/completion", "completionProvider", completion},
+    {"textDocument/definition", "definitionProvider", definition},
+    {"textDocument/documentHighlight", "documentHighlightProvider", highlight},
+    {"textDocument/documentSymbol", "documentSymbolProvider", documentSymbols},
+    {"textDocument/foldingRange", "foldingRangeProvider", foldingRanges},
     {"textDocument/formatting", "documentFormattingProvider", formatting},
+    {"textDocument/hover", "hoverProvider", hover},
+    {"textDocument/prepareRename", "renameProvider", prepareRename},
     {"textDocument/rangeFormatting", "documentRangeFormattingProvider", rangeFormatting},
+    {"textDocument/references", "referencesProvider", references},
+    {"textDocument/rename", "renameProvider", rename},
+    {"textDocument/selectionRange", "selectionRangeProvider", selectionRanges},
+    {"textDocument/semanticTokens/full", "semanticTokensProvider", semanticTokens},
+    {"textDocument/semanticTokens/range", "semanticTokensProvider", semanticTokensInRange},
+    {"workspace/symbol", "workspaceSymbolProvider", workspaceSymbols},
 };
 
 Json capabilities() {
     Json json = {{"positionEncoding", "utf-16"},
                  {"textDocumentSync", {{"openClose", true}, {"change", kIncremental}}}};
     for (const Feature& feature : kFeatures) json[feature.capability] = true;
+    json["codeActionProvider"] = codeActionOptions();
+    json["completionProvider"] = Json::object();
+    json["renameProvider"] = {{"prepareProvider", true}};
+    json["semanticTokensProvider"] = semanticTokensOptions();
     return json;
 }
 
@@ -79,8 +95,7 @@ void Server::handle(const Json& message, bool isCancelled) {
     const auto id = message.find("id");
     const bool hasId = id != message.end() && isId(*id);
     const auto method = message.find("method");
-    const bool isResponse = method == message.end() && hasId;
-    if (isResponse) return;
+    if (method == message.end() && hasId) return;  // a response
     if (method == message.end() || !method->is_string() || (id != message.end() && !hasId))
         return refuse(hasId ? *id : none, ErrorCode::invalidRequest, kNoRequest);
     const auto params = message.find("params");
@@ -91,14 +106,12 @@ void Server::handle(const Json& message, bool isCancelled) {
 
 void Server::answer(const Json& id, const std::string& method, const Json& params,
                     bool isCancelled) {
-    Json result;
-    bool failed = false;
-    guarded([&] { result = resultOf(method, params, isCancelled); },
-            [&](ErrorCode code, const std::string& message) {
-                failed = true;
-                refuse(id, code, message);
-            });
-    if (!failed) reply(id, std::move(result));
+    guarded(
+        [&] {
+            Json result = resultOf(method, params, isCancelled);
+            send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
+        },
+        [&](ErrorCode code, const std::string& message) { refuse(id, code, message); });
 }
 
 Json Server::resultOf(const std::string& method, const Json& params, bool isCancelled) {
@@ -121,10 +134,7 @@ Json Server::resultOf(const std::string& method, const Json& params, bool isCanc
 
 /// A notification; nobody waits for an answer, but a text that is out of step is worth a word.
 void Server::take(const std::string& method, const Json& params) {
-    if (method == "exit") {
-        state = state == State::shutDown ? State::exited : State::exitedEarly;
-        return;
-    }
+    if (method == "exit") exited = true;
     if (state != State::running) return;
     guarded(
         [&] {
@@ -171,10 +181,6 @@ void Server::publish(const std::string& uri, const Json& version, Json problems)
     Json params = {{"uri", uri}, {"diagnostics", std::move(problems)}};
     if (!version.is_null()) params["version"] = version;
     notify("textDocument/publishDiagnostics", std::move(params));
-}
-
-void Server::reply(const Json& id, Json result) {
-    send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
 }
 
 void Server::refuse(const Json& id, ErrorCode code, const std::string& message) {

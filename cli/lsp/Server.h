@@ -30,19 +30,18 @@ public:
     /// Whether there are such texts.
     bool hasNews() const;
 
-    /// Whether the client has asked for the end, with or without a warning before.
-    bool hasExited() const { return state == State::exited || state == State::exitedEarly; }
-    bool wasShutDown() const { return state == State::shutDown || state == State::exited; }
+    /// Whether the client has asked for the end, and whether it has announced that before.
+    bool hasExited() const { return exited; }
+    bool wasShutDown() const { return state == State::shutDown; }
 
     const Documents& documents() const { return open; }
 
 private:
-    enum class State { fresh, running, shutDown, exited, exitedEarly };
+    enum class State { fresh, running, shutDown };
 
     void answer(const Json& id, const std::string& method, const Json& params, bool isCancelled);
     void take(const std::string& method, const Json& params);
     Json resultOf(const std::string& method, const Json& params, bool isCancelled);
-    void reply(const Json& id, Json result);
     void refuse(const Json& id, ErrorCode code, const std::string& message);
     void notify(const char* method, Json params);
     void publish(const std::string& uri, const Json& version, Json problems);
@@ -54,6 +53,7 @@ private:
     Send send;
     std::size_t depthLimit;
     State state = State::fresh;
+    bool exited = false;
     Documents open;
 };
 

@@ -52,8 +52,8 @@ class Dialogue:
     def play(self, step, text):
         """Returns what comes back, as lines."""
         word, _, rest = step.partition(" ")
-        if word in ("bytes", "await", "end"):
-            return getattr(self, word)(rest)
+        if word in self.STEPS:
+            return self.STEPS[word](self, rest)
         uri, where, more = (re.match(r"(\S*) ?([\d:-]*) ?(.*)", rest)).groups()
         params = {"textDocument": {"uri": uri}, **(json.loads(more) if more else {})}
         if where:
@@ -66,18 +66,24 @@ class Dialogue:
             return self.client.notify(word, params) or []
         return shown(self.client.request(word, params))
 
-    def bytes(self, rest):
-        return self.client.write(json.loads(rest).encode()) or []
+    def start(self, _):
+        self.client.request("initialize", {"capabilities": {}})
+        return []
 
-    def await_(self, rest):
-        return shown(self.client.wait(lambda message: str(message.get(rest and "method", "")) == rest
-                                      or str(message.get("id")) == rest))
+    def write(self, rest):
+        self.client.write(json.loads(rest).encode())
+        return []
+
+    def wait(self, rest):
+        """For an answer by its id, or a notification; of the text as it is now, if of any."""
+        return shown(self.client.wait(
+            lambda message: rest in (str(message.get("id")), message.get("method")) and
+            message.get("params", {}).get("version", self.version) == self.version))
 
     def end(self, _):
         return [str(self.client.end())]
 
-
-setattr(Dialogue, "await", Dialogue.await_)
+    STEPS = {"start": start, "bytes": write, "await": wait, "end": end}
 
 
 def played(kdx, script):

@@ -1,0 +1,68 @@
+#include "Features.h"
+#include "Nodes.h"
+
+namespace kdx::lsp {
+namespace {
+
+using kiv::KDXTextEdit;
+using kiv::KDXCheck::Problem;
+
+constexpr const char* kQuickFix = "quickfix";
+constexpr const char* kFixAll = "source.fixAll";
+
+/// Whether the client wants actions of a kind: it names none, the kind, or one above it.
+bool isWanted(const Json& context, const std::string& kind) {
+    const auto only = context.find("only");
+    if (only == context.end()) return true;
+    for (const Json& wanted : *only) {
+        const auto& name = wanted.get_ref<const std::string&>();
+        if ((kind + '.').compare(0, name.size() + 1, name + '.') == 0) return true;
+    }
+    return false;
+}
+
+Json quickFix(const OpenDocument& document, const Problem& problem) {
+    return {{"title", problem.fix->title},
+            {"kind", kQuickFix},
+            {"diagnostics", {diagnostic(document, problem)}},
+            {"isPreferred", problem.fix->safe},
+            {"edit", document.workspaceEdit(problem.fix->edits)}};
+}
+
+/// The edits of all safe fixes, apart from those that overlap one before them.
+std::vector<KDXTextEdit> safeEdits(const OpenDocument& document) {
+    std::vector<KDXTextEdit> edits;
+    std::size_t end = 0;
+    for (const Problem& problem : document.report().problems) {
+        if (!problem.fix || !problem.fix->safe || problem.fix->edits.front().offset < end) continue;
+        for (const KDXTextEdit& edit : problem.fix->edits) edits.push_back(edit);
+        end = edits.back().offset + edits.back().length;
+    }
+    return edits;
+}
+
+}  // namespace
+
+Json codeActions(const Documents& documents, const Json& params) {
+    const OpenDocument& document = documentOf(documents, params);
+    const Json& context = params.at("context");
+    const Json& range = params.at("range");
+    const Span asked{document.offsetOf(range.at("start")), document.offsetOf(range.at("end"))};
+    Json actions = Json::array();
+    for (const Problem& problem : document.report().problems)
+        if (problem.fix && problem.begin.offset <= asked.end && problem.end.offset >= asked.begin &&
+            isWanted(context, kQuickFix))
+            actions.push_back(quickFix(document, problem));
+    const std::vector<KDXTextEdit> edits = safeEdits(document);
+    if (!edits.empty() && isWanted(context, kFixAll))
+        actions.push_back({{"title", "Make all safe fixes"},
+                           {"kind", kFixAll},
+                           {"edit", document.workspaceEdit(edits)}});
+    return actions;
+}
+
+Json codeActionOptions() {
+    return {{"codeActionKinds", {kQuickFix, kFixAll}}};
+}
+
+}  // namespace kdx::lsp
