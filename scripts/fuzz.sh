@@ -14,8 +14,8 @@ shift
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --parallel "$(nproc)"
 mkdir -p build/fuzz/findings
-[ $# -gt 0 ] || set -- build check classify document extract format indent path read reader search walk \
-    write
+[ $# -gt 0 ] || set -- build check classify document extract format indent path read reader search serve \
+    walk write
 
 fuzz() {
     mkdir -p "build/fuzz/grown/$1" "fuzz/corpus/$1"
