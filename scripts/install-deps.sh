@@ -5,6 +5,7 @@
 #   scripts/install-deps.sh check      that, and what .ci/run needs besides
 #   scripts/install-deps.sh bench      that of the first, and what scripts/bench.sh needs besides
 #   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
+#   scripts/install-deps.sh editors    likewise the editors that the tests run
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
 #   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
 set -eu
@@ -17,9 +18,14 @@ case "${1-}" in
     bench) packages="$packages valgrind iso-codes libbenchmark-dev rapidjson-dev libsimdjson-dev \
         libpugixml-dev libexpat1-dev libtomlplusplus-dev libyaml-cpp-dev libinih-dev" ;;
     windows) packages="$packages googletest g++-mingw-w64-x86-64-posix wine wine64" ;;
+    editors)
+        packages="$packages neovim vim vim-ale emacs-nox elpa-eglot"
+        command -v npm >/dev/null || packages="$packages nodejs npm"
+        ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
     packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
     *) echo "usage: $0 [check | bench | windows | platforms | packages]" >&2; exit 2 ;;
+    *) echo "usage: $0 [check | windows | editors | platforms]" >&2; exit 2 ;;
 esac
 
 log=$(mktemp)
