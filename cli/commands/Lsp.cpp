@@ -12,7 +12,7 @@ Status run(const Options&, const Settings& settings) {
     lsp::Connection connection;
     lsp::Server server(lsp::Connection::send, settings.maxDepth);
     while (!server.hasExited()) {
-        if (server.hasNews() && connection.isQuiet()) server.reportProblems();
+        if (connection.isQuiet()) server.reportProblems();
         const auto message = connection.next();
         if (!message) break;
         server.handle(*message, connection.isCancelled(*message));

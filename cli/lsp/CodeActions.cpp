@@ -61,8 +61,4 @@ Json codeActions(const Documents& documents, const Json& params) {
     return actions;
 }
 
-Json codeActionOptions() {
-    return {{"codeActionKinds", {kQuickFix, kFixAll}}};
-}
-
 }  // namespace kdx::lsp

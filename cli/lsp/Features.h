@@ -14,8 +14,7 @@ Answer codeActions, completion, definition, documentSymbols, foldingRanges, form
     hover, prepareRename, rangeFormatting, references, rename, selectionRanges, semanticTokens,
     semanticTokensInRange, workspaceSymbols;
 
-/// What the client has to know to ask for those of the name.
-Json codeActionOptions();
+/// What the client has to know to ask for tokens.
 Json semanticTokensOptions();
 
 /// One problem of a text.

@@ -39,8 +39,7 @@ std::size_t lengthIn(std::string_view line) {
 }  // namespace
 
 void FrameReader::append(std::string_view bytes) {
-    buffer.erase(0, begin);
-    searched -= std::exchange(begin, 0);
+    buffer.erase(0, std::exchange(begin, 0));
     buffer.append(bytes);
 }
 
@@ -49,7 +48,6 @@ std::optional<std::string> FrameReader::next() {
     if (buffer.size() - begin < *length) return std::nullopt;
     std::string message = buffer.substr(begin, *length);
     begin += *length;
-    searched = begin;
     length.reset();
     inBody = false;
     return message;
@@ -58,13 +56,12 @@ std::optional<std::string> FrameReader::next() {
 /// @return whether the empty line behind the headers has come.
 bool FrameReader::readHeaders() {
     for (;;) {
-        const std::size_t end = buffer.find('\n', searched);
+        const std::size_t end = buffer.find('\n', begin);
         if (std::min(end, buffer.size()) - begin > kLongestHeader) throw Trouble(kNoHeader);
-        searched = std::min(end, buffer.size());
         if (end == std::string::npos) return false;
         std::string_view line(buffer.data() + begin, end - begin);
         if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        searched = begin = end + 1;
+        begin = end + 1;
         if (isLengthHeader(line)) length = lengthIn(line);
         if (line.empty()) break;
     }

@@ -26,7 +26,6 @@ private:
 
     std::string buffer;
     std::size_t begin = 0;              // of what has not been cut off yet
-    std::size_t searched = 0;           // so far there is no end of a header line
     std::optional<std::size_t> length;  // as the headers read so far say
     bool inBody = false;
 };

@@ -2,6 +2,7 @@
 #include "text/ShownText.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace kdx::lsp {
@@ -25,6 +26,25 @@ kiv::KDXTextEdit shortened(std::string_view text, const kiv::KDXTextEdit& edit) 
     while (tail > 0 && continuesCharacter(old[old.size() - tail])) --tail;
     return {edit.offset + same, old.size() - same - tail,
             std::string(now.substr(same, now.size() - same - tail))};
+}
+
+/// The same edit as one for each line that changes, where as many lines stay.
+std::vector<kiv::KDXTextEdit> byLine(std::string_view text, const kiv::KDXTextEdit& edit) {
+    std::string_view old = text.substr(edit.offset, edit.length);
+    std::string_view now = edit.replacement;
+    if (std::count(old.begin(), old.end(), '\n') != std::count(now.begin(), now.end(), '\n'))
+        return {edit};
+    std::vector<kiv::KDXTextEdit> edits;
+    for (std::size_t offset = edit.offset; !old.empty() || !now.empty();) {
+        const std::size_t oldEnd = std::min(old.find('\n'), old.size() - 1) + 1;
+        const std::size_t nowEnd = std::min(now.find('\n'), now.size() - 1) + 1;
+        if (old.substr(0, oldEnd) != now.substr(0, nowEnd))
+            edits.push_back({offset, oldEnd, std::string(now.substr(0, nowEnd))});
+        offset += oldEnd;
+        old.remove_prefix(oldEnd);
+        now.remove_prefix(nowEnd);
+    }
+    return edits;
 }
 
 }  // namespace
@@ -68,8 +88,7 @@ Json OpenDocument::position(std::size_t offset) const {
 }
 
 Json OpenDocument::range(std::size_t begin, std::size_t end) const {
-    Json start = position(begin);
-    return {{"start", std::move(start)}, {"end", position(end)}};
+    return {{"start", position(begin)}, {"end", position(end)}};
 }
 
 std::size_t OpenDocument::offsetOf(const Json& position) const {
@@ -90,7 +109,9 @@ Json OpenDocument::textEdit(const kiv::KDXTextEdit& whole) const {
 
 Json OpenDocument::textEdits(const std::vector<kiv::KDXTextEdit>& edits) const {
     Json list = Json::array();
-    for (const kiv::KDXTextEdit& edit : edits) list.push_back(textEdit(edit));
+    for (const kiv::KDXTextEdit& edit : edits)
+        for (const kiv::KDXTextEdit& line : byLine(content.text(), edit))
+            list.push_back(textEdit(line));
     return list;
 }
 

@@ -2,7 +2,6 @@
 
 #include <kiv/Error.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "Features.h"
@@ -17,6 +16,8 @@ constexpr const char* kNotInitialized = "the first request must be initialize";
 constexpr const char* kInitializedTwice = "the server is initialized already";
 constexpr const char* kShutDown = "the server is shut down";
 constexpr const char* kCancelled = "the request was cancelled";
+
+constexpr const char* kOfTexts = "textDocument/did";  // begins what tells of open texts
 
 constexpr int kIncremental = 2;   // of TextDocumentSyncKind
 constexpr int kErrorMessage = 1;  // of MessageType
@@ -50,7 +51,6 @@ Json capabilities() {
     Json json = {{"positionEncoding", "utf-16"},
                  {"textDocumentSync", {{"openClose", true}, {"change", kIncremental}}}};
     for (const Feature& feature : kFeatures) json[feature.capability] = true;
-    json["codeActionProvider"] = codeActionOptions();
     json["completionProvider"] = Json::object();
     json["renameProvider"] = {{"prepareProvider", true}};
     json["semanticTokensProvider"] = semanticTokensOptions();
@@ -135,38 +135,23 @@ Json Server::resultOf(const std::string& method, const Json& params, bool isCanc
 /// A notification; nobody waits for an answer, but a text that is out of step is worth a word.
 void Server::take(const std::string& method, const Json& params) {
     if (method == "exit") exited = true;
-    if (state != State::running) return;
-    guarded(
-        [&] {
-            if (method == "textDocument/didOpen") openText(params);
-            if (method == "textDocument/didChange") changeText(params);
-            if (method == "textDocument/didClose") closeText(params);
-        },
-        [&](ErrorCode, const std::string& message) {
-            notify("window/logMessage",
-                   {{"type", kErrorMessage}, {"message", method + ": " + message}});
-        });
+    if (state != State::running || method.rfind(kOfTexts, 0) != 0) return;
+    guarded([&] { synchronise(method, params); },
+            [&](ErrorCode, const std::string& message) {
+                notify("window/logMessage",
+                       {{"type", kErrorMessage}, {"message", method + ": " + message}});
+            });
 }
 
-void Server::openText(const Json& params) {
+void Server::synchronise(const std::string& method, const Json& params) {
     const Json& text = params.at("textDocument");
     const std::string& uri = textAt(text, "uri");
-    open.insert_or_assign(uri, OpenDocument(uri, text, depthLimit));
-}
-
-void Server::changeText(const Json& params) {
-    const Json& text = params.at("textDocument");
-    documentOf(open, params).change(params.at("contentChanges"), text.at("version"));
-}
-
-void Server::closeText(const Json& params) {
-    const std::string& uri = textAt(params.at("textDocument"), "uri");
-    if (open.erase(uri) != 0) publish(uri, nullptr, Json::array());
-}
-
-bool Server::hasNews() const {
-    return std::any_of(open.begin(), open.end(),
-                       [](const auto& entry) { return entry.second.isUnreported(); });
+    if (method == "textDocument/didOpen")
+        open.insert_or_assign(uri, OpenDocument(uri, text, depthLimit));
+    if (method == "textDocument/didChange")
+        documentOf(open, params).change(params.at("contentChanges"), text.at("version"));
+    if (method == "textDocument/didClose" && open.erase(uri) != 0)
+        publish(uri, nullptr, Json::array());
 }
 
 void Server::reportProblems() {

@@ -27,9 +27,6 @@ public:
     /// for when no message is waiting, so that many changes cost one check.
     void reportProblems();
 
-    /// Whether there are such texts.
-    bool hasNews() const;
-
     /// Whether the client has asked for the end, and whether it has announced that before.
     bool hasExited() const { return exited; }
     bool wasShutDown() const { return state == State::shutDown; }
@@ -46,9 +43,7 @@ private:
     void notify(const char* method, Json params);
     void publish(const std::string& uri, const Json& version, Json problems);
 
-    void openText(const Json& params);
-    void changeText(const Json& params);
-    void closeText(const Json& params);
+    void synchronise(const std::string& method, const Json& params);
 
     Send send;
     std::size_t depthLimit;

@@ -12,17 +12,15 @@ namespace {
 constexpr std::size_t kDeepestSymbol = 200;
 constexpr std::size_t kMaxMatches = 500;
 
-enum class SymbolKind : int { property = 7, object = 19, event = 24 };
+constexpr int kNoSymbol = 0;
+constexpr int kProperty = 7;  // of SymbolKind
+constexpr int kObject = 19;
+constexpr int kEvent = 24;
 
-bool isSymbol(MiniKDXParser::lineType kind) {
-    return kind == MiniKDXParser::lineObject || kind == MiniKDXParser::lineParameter ||
-           kind == MiniKDXParser::lineAction;
-}
-
-SymbolKind kindOf(const KDXReader& reader) {
-    if (reader.kind() == MiniKDXParser::lineObject) return SymbolKind::object;
-    if (reader.kind() == MiniKDXParser::lineAction) return SymbolKind::event;
-    return SymbolKind::property;
+int symbolKindOf(const KDXReader& reader) {
+    if (reader.kind() == MiniKDXParser::lineObject) return kObject;
+    if (reader.kind() == MiniKDXParser::lineParameter) return kProperty;
+    return reader.kind() == MiniKDXParser::lineAction ? kEvent : kNoSymbol;
 }
 
 std::string titleOf(std::string_view type, std::string_view name) {
@@ -32,8 +30,7 @@ std::string titleOf(std::string_view type, std::string_view name) {
 /// A symbol has to have a name: where there is none, the whole statement is it.
 std::string nameOf(const KDXReader& reader) {
     if (reader.first().empty()) return std::string(reader.text());
-    const bool isObject = reader.kind() == MiniKDXParser::lineObject;
-    return titleOf(reader.first(), isObject ? reader.second() : "");
+    return titleOf(reader.first(), symbolKindOf(reader) == kObject ? reader.second() : "");
 }
 
 /// The objects, parameters and actions of a text, each in the object around it.
@@ -49,7 +46,7 @@ public:
             if (reader.depth() >= kDeepestSymbol) continue;
             if (reader.kind() == MiniKDXParser::lineEnd && levels.size() > 1)
                 close(spanOf(reader).end);
-            if (isSymbol(reader.kind())) add();
+            if (symbolKindOf(reader) != kNoSymbol) add();
         }
         while (levels.size() > 1) close(document.text().text().size());
         return children(levels.front());
@@ -66,14 +63,14 @@ private:
         const Span span = spanOf(reader);
         const Json range = document.range(span.begin, span.end);
         Json symbol = {{"name", nameOf(reader)},
-                       {"kind", static_cast<int>(kindOf(reader))},
+                       {"kind", symbolKindOf(reader)},
                        {"range", range},
                        {"selectionRange", range}};
-        if (kindOf(reader) == SymbolKind::object) {
+        if (symbolKindOf(reader) == kObject) {
             levels.push_back(std::move(symbol));
             return;
         }
-        if (kindOf(reader) == SymbolKind::property) symbol["detail"] = reader.second();
+        if (symbolKindOf(reader) == kProperty) symbol["detail"] = reader.second();
         children(levels.back()).push_back(std::move(symbol));
     }
 
@@ -101,13 +98,13 @@ bool matches(std::string_view text, std::string_view query) {
 void findSymbols(const OpenDocument& document, std::string_view query, Json& found) {
     NestedReader reader(document);
     while (found.size() < kMaxMatches && reader.next()) {
-        if (!isSymbol(reader->kind()) || !matches(nameOf(*reader), query)) continue;
+        if (symbolKindOf(*reader) == kNoSymbol || !matches(nameOf(*reader), query)) continue;
         const Span span = spanOf(*reader);
         const Json range = document.range(span.begin, span.end);
         const NestedReader::Object* object = reader.around();
         found.push_back(
             {{"name", nameOf(*reader)},
-             {"kind", static_cast<int>(kindOf(*reader))},
+             {"kind", symbolKindOf(*reader)},
              {"location", {{"uri", document.uri()}, {"range", range}}},
              {"containerName", object == nullptr ? "" : titleOf(object->type, object->name)}});
     }
