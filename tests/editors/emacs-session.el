@@ -5,11 +5,9 @@
 (defun say (format &rest arguments)
   (princ (concat (apply #'format format arguments) "\n")))
 
-(setq eglot-server-programs `((kdx-mode . (,(getenv "KDX") "lsp")))
-      eglot-sync-connect 10
+(setq eglot-sync-connect 10
       eglot-confirm-server-initiated-edits nil)
 (find-file (getenv "FILE"))
-(kdx-mode)
 (let ((project-find-functions (list (lambda (directory) (cons 'transient directory)))))
   (apply #'eglot (eglot--guess-contact)))
 
