@@ -24,8 +24,7 @@ case "${1-}" in
         ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
     packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
-    *) echo "usage: $0 [check | bench | windows | platforms | packages]" >&2; exit 2 ;;
-    *) echo "usage: $0 [check | windows | editors | platforms]" >&2; exit 2 ;;
+    *) echo "usage: $0 [check | bench | windows | editors | platforms | packages]" >&2; exit 2 ;;
 esac
 
 log=$(mktemp)
