@@ -5,11 +5,8 @@ namespace kdx::lsp {
 namespace {
 
 using kiv::KDXCheck::Problem;
-using kiv::KDXCheck::Severity;
 
 constexpr std::size_t kLongestQuote = 200;
-constexpr int kError = 1;  // of DiagnosticSeverity
-constexpr int kWarning = 2;
 
 /// Another place, with what stands there.
 Json related(const OpenDocument& document, std::size_t offset) {
@@ -21,8 +18,9 @@ Json related(const OpenDocument& document, std::size_t offset) {
 }  // namespace
 
 Json diagnostic(const OpenDocument& document, const Problem& problem) {
+    // 1 is an error in the protocol, 2 a warning.
     Json json = {{"range", document.range(problem.begin.offset, problem.end.offset)},
-                 {"severity", problem.severity == Severity::error ? kError : kWarning},
+                 {"severity", problem.severity == kiv::KDXCheck::Severity::error ? 1 : 2},
                  {"code", problem.rule},
                  {"source", "kdx"},
                  {"message", problem.message}};

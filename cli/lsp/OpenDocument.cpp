@@ -11,8 +11,6 @@ namespace {
 // More are no help to anyone who sees them in an editor.
 constexpr std::size_t kMaxProblems = 1000;
 
-constexpr const char* kNotOpen = "the document is not open";
-
 /// The same edit without the bytes at its ends that stay, by whole characters.
 kiv::KDXTextEdit shortened(std::string_view text, const kiv::KDXTextEdit& edit) {
     const std::string_view old = text.substr(edit.offset, edit.length);
@@ -121,7 +119,8 @@ Json OpenDocument::workspaceEdit(const std::vector<kiv::KDXTextEdit>& edits) con
 
 const OpenDocument& documentOf(const Documents& documents, const Json& params) {
     const auto found = documents.find(textAt(params.at("textDocument"), "uri"));
-    if (found == documents.end()) throw RequestError(ErrorCode::invalidParams, kNotOpen);
+    if (found == documents.end())
+        throw RequestError(ErrorCode::invalidParams, "the document is not open");
     return found->second;
 }
 

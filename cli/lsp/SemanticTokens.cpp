@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "Features.h"
 #include "Nodes.h"
@@ -9,8 +10,8 @@ namespace {
 /// In the order of the legend.
 enum class TokenType : int { type, name, parameter, value, comment, end, action, verbatim };
 
-constexpr const char* kLegend[] = {"class",   "variable", "property", "string",
-                                   "comment", "keyword",  "function", "macro"};
+constexpr std::array<const char*, 8> kLegend = {"class",   "variable", "property", "string",
+                                                "comment", "keyword",  "function", "macro"};
 
 /// The parts of statements that mean something, each line of them a token.
 class Tokens {

@@ -2,6 +2,7 @@
 
 #include <kiv/Error.h>
 
+#include <array>
 #include <utility>
 
 #include "Features.h"
@@ -28,7 +29,7 @@ struct Feature {
     Answer* answer;
 };
 
-constexpr Feature kFeatures[] = {
+constexpr std::array<Feature, 16> kFeatures = {{
     {"textDocument/codeAction", "codeActionProvider", codeActions},
     {"textDocument/completion", "completionProvider", completion},
     {"textDocument/definition", "definitionProvider", definition},
@@ -45,7 +46,7 @@ constexpr Feature kFeatures[] = {
     {"textDocument/semanticTokens/full", "semanticTokensProvider", semanticTokens},
     {"textDocument/semanticTokens/range", "semanticTokensProvider", semanticTokensInRange},
     {"workspace/symbol", "workspaceSymbolProvider", workspaceSymbols},
-};
+}};
 
 Json capabilities() {
     Json json = {{"positionEncoding", "utf-16"},

@@ -40,6 +40,8 @@ def shown(message):
     value = short(message.get("result", message.get("params", message.get("error"))))
     if isinstance(value, dict) and "diagnostics" in value:
         value = value["diagnostics"]
+    if isinstance(value, dict) and "serverInfo" in value:
+        del value["serverInfo"]["version"]
     items = value if isinstance(value, list) and value else [value]
     return [json.dumps(item, ensure_ascii=False) for item in items]
 
