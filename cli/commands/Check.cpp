@@ -40,10 +40,10 @@ struct Counts {
 struct Checks {
     kiv::KDXCheck::Options check;
     MessageStyle style;
-    bool strict;
-    bool fix;
-    bool diff;
-    bool color;
+    bool strict = false;
+    bool fix = false;
+    bool diff = false;
+    bool color = false;
 };
 
 /// The edits of all safe fixes that do not come in each other's way.
