@@ -308,7 +308,8 @@ private:
         fuzz::require(offset == text.size(), "the statements are the text");
         fuzz::require(kiv::applyEdits(loadedText, document.textEdits()) == text,
                       "the text edits lead to the text");
-        fuzz::require(KDXDocument(document).text() == text, "so do edits in the memory of the text");
+        fuzz::require(KDXDocument(document).text() == text,
+                      "so do edits in the memory of the text");
     }
 
     void requireSamePlace(const Entry& now, const KDXDocument& read, const Entry& seen,

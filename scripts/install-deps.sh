@@ -27,7 +27,7 @@ case "${1-}" in
         command -v npm >/dev/null || packages="$packages nodejs npm"
         ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
-    packages) packages="$packages debhelper debootstrap dpkg-dev lintian" ;;
+    packages) packages="$packages debhelper debootstrap dh-python dpkg-dev lintian pybind11-dev python3-dev" ;;
     site)
         packages="$packages doxygen doxygen-awesome-css emscripten chromium"
         command -v npm >/dev/null || packages="$packages nodejs npm"

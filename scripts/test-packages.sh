@@ -48,7 +48,7 @@ usePackages() {
     inDebian apt-get -qq update
     inDebian sh -c 'apt-get -qq -y install --no-install-recommends /packages/*.deb \
         cmake g++ ninja-build pkg-config' >"$folder/install.log"
-    for test in debian/tests/tool debian/tests/consumer; do
+    for test in debian/tests/tool debian/tests/module debian/tests/consumer; do
         inDebian sh -c "cd /try && mkdir -p /tmp/try && AUTOPKGTEST_TMP=/tmp/try $test"
     done
     inDebian sh -c 'for package in /packages/*.deb; do dpkg-deb --field "$package" Package; done |
