@@ -172,6 +172,38 @@ void moveToFront(kiv::KDXDocument& document, Node node) {
 void removeNode(kiv::KDXDocument& document, Node node) {
     document.remove(node);
 }
+void setComment(kiv::KDXDocument& document, Node node) {
+    document.setComment(node, "a comment");
+}
+
+Call addText(const Lines& lines) {
+    return [text = joined(lines)] {
+        kiv::KDXDocument document("A:\nEND\n");
+        document.addText(kiv::KDXDocument::firstIn(document.firstChild(document.root())), text);
+        return bytes(text) + document.text().size();
+    };
+}
+
+/// Moves every statement at the top level into an object of another document.
+Call moveFrom(const Lines& lines) {
+    auto source = std::make_shared<kiv::KDXDocument>(joined(lines));
+    return [source, size = bytes(lines)] {
+        kiv::KDXDocument target("A:\nEND\n");
+        const Node object = target.firstChild(target.root());
+        for (Node n = source->firstChild(source->root()); n != Node::none;
+             n = source->firstChild(source->root()))
+            target.moveFrom(*source, n, kiv::KDXDocument::lastIn(object));
+        return size + target.text().size();
+    };
+}
+
+Call applyEdits(std::size_t count) {
+    std::vector<kiv::KDXTextEdit> edits;
+    for (std::size_t i = 0; i < count; ++i) edits.push_back({2 * i, 1, "new"});
+    return [text = times(count, "a\n"), edits = std::move(edits)] {
+        return bytes(text) + kiv::applyEdits(text, edits).size();
+    };
+}
 
 Call convert(const Lines& lines) {
     return [text = joined(lines)] { return bytes(text) + bytes(converted(text)); };
@@ -184,6 +216,26 @@ Call write(const Lines& lines) {
         kiv::StringMapMapToKDX::convert(map, text);
         return bytes(map) + bytes(text);
     };
+}
+
+Call layOut(const Lines& lines, const kiv::KDXFormatting::Style& style) {
+    return [text = joined(lines), style] {
+        try {
+            return bytes(text) + kiv::KDXFormatting::formatKDX(text, style).size();
+        } catch (const kiv::data::invalid&) {
+            return bytes(text);
+        }
+    };
+}
+
+Call format(const Lines& lines) {
+    return layOut(lines, {});
+}
+
+Call formatWithEndComments(const Lines& lines) {
+    kiv::KDXFormatting::Style style;
+    style.endComments = kiv::KDXFormatting::Style::EndComments::added;
+    return layOut(lines, style);
 }
 
 Call indent(Lines lines) {
@@ -304,28 +356,43 @@ const std::vector<Text> kOddTexts = {
     {"commas", 16 * kMebi, [](auto n) { return Lines{times(n, ",")}; }},
 };
 
+/// Texts whose map would be too long.
+const std::vector<Text> kDeepTexts = {
+    {"deep", 50000, [](auto n) { return repeated(n, {"X: x"}); }},
+    {"deep-and-ended", 50000, [](auto n) { return nested(n, {"p = v"}); }},
+};
+
 /// Families of calls that have inputs of their own.
 const std::vector<Family> kFamilies = {
     {"parse-unopened-ends", 1000000, [](auto n) { return parse(repeated(n, {"END"})); }},
     // documents
-    {"edit-values", 100000, [](auto n) { return edit(parameters(n, "p"), setValue); }},
+    {"edit-values", 500000, [](auto n) { return edit(parameters(n, "p"), setValue); }},
     {"edit-long-value", 8 * kMebi,
      [](auto n) { return edit({"p = " + times(n, "\\ a")}, setValue); }},
     {"edit-continued-value", 100000,
      [](auto n) { return edit(together({"p = \\"}, repeated(n, {"b\\"})), setValue); }},
-    {"edit-names-nested", 20000, [](auto n) { return edit(nested(n, {}), setName); }},
+    {"edit-names-nested", 50000, [](auto n) { return edit(nested(n, {}), setName); }},
     {"edit-add-inside-nested", 2000, [](auto n) { return edit(nested(n, {}), addInside); }},
     {"edit-add-inside-unclosed", 2000,
      [](auto n) { return edit(repeated(n, {"X: x"}), addInside); }},
-    {"edit-add-behind", 100000, [](auto n) { return edit(parameters(n, "p"), addBehind); }},
-    {"edit-move", 100000, [](auto n) { return edit(parameters(n, "p"), moveToFront); }},
+    {"edit-add-behind", 500000, [](auto n) { return edit(parameters(n, "p"), addBehind); }},
+    {"edit-move", 500000, [](auto n) { return edit(parameters(n, "p"), moveToFront); }},
     {"edit-move-commented", 100000,
      [](auto n) {
          return edit(together(repeated(n, {"# c"}), {"x=1", "y=1"}), [](auto& document, Node node) {
              if (!document.isComment(node)) moveToFront(document, node);
          });
      }},
-    {"edit-remove", 100000, [](auto n) { return edit(parameters(n, "p"), removeNode); }},
+    {"edit-remove", 500000, [](auto n) { return edit(parameters(n, "p"), removeNode); }},
+    {"edit-comments", 500000, [](auto n) { return edit(parameters(n, "p"), setComment); }},
+    {"edit-add-text", 500000, [](auto n) { return addText(parameters(n, "p")); }},
+    {"edit-add-nested-text", 4000, [](auto n) { return addText(nested(n, {})); }},
+    {"edit-move-from", 500000, [](auto n) { return moveFrom(parameters(n, "p")); }},
+    {"edit-apply", 500000, [](auto n) { return applyEdits(n); }},
+    // layout
+    {"format-end-comments", 1000000, [](auto n) { return formatWithEndComments(objects(n)); }},
+    {"format-end-comments-deep", 50000,
+     [](auto n) { return formatWithEndComments(nested(n, {})); }},
     // indentation
     {"indent-open-kind", 100000, [](auto n) { return indent(repeated(n, {"a\\"})); }},
     {"indent-open-kind-spaced", 100000, [](auto n) { return indent(repeated(n, {" a b \\"})); }},
@@ -378,16 +445,16 @@ void cross(std::vector<Family>& families, const std::string& start, Call (*call)
                             [call, make = make](std::size_t count) { return call(make(count)); }});
 }
 
+const std::vector<std::pair<const char*, Call (*)(const Lines&)>> kTextCalls = {
+    {"parse-", parse}, {"read-", read},     {"check-", check},
+    {"load-", load},   {"format-", format}, {"format-ends-", formatWithEndComments},
+};
+
 std::vector<Family> allFamilies() {
     std::vector<Family> families;
-    cross(families, "parse-", parse, kDocuments);
-    cross(families, "parse-", parse, kOddTexts);
-    cross(families, "read-", read, kDocuments);
-    cross(families, "read-", read, kOddTexts);
-    cross(families, "check-", check, kDocuments);
-    cross(families, "check-", check, kOddTexts);
-    cross(families, "load-", load, kDocuments);
-    cross(families, "load-", load, kOddTexts);
+    for (const auto& [start, call] : kTextCalls)
+        for (const auto* texts : {&kDocuments, &kOddTexts, &kDeepTexts})
+            cross(families, start, call, *texts);
     cross(families, "convert-", convert, kDocuments);
     cross(families, "convert-", convert, kOddTexts);
     cross(families, "write-", write, kDocuments);
