@@ -4,7 +4,8 @@ set(hostHeaders ${CMAKE_CURRENT_BINARY_DIR}/host-headers)
 file(MAKE_DIRECTORY ${hostHeaders})
 
 function(kiv_take_host_headers target folder header)
-    find_path(KIV_${folder}_HEADERS ${folder}/${header} REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+    find_path(KIV_${folder}_HEADERS ${folder}/${header} REQUIRED NO_CMAKE_FIND_ROOT_PATH
+        PATHS /usr/local/include /usr/include)
     file(CREATE_LINK ${KIV_${folder}_HEADERS}/${folder} ${hostHeaders}/${folder} SYMBOLIC)
     add_library(${target} INTERFACE IMPORTED)
     target_include_directories(${target} INTERFACE ${hostHeaders})

@@ -5,10 +5,9 @@
 #include <kiv/StringUtilities.h>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <utility>
 
+#include "NumberText.h"
 #include "base/ObjectName.h"
 
 namespace kiv {
@@ -21,20 +20,10 @@ constexpr const char* kObjectsOpen =
     "Internal error in specifying object nesting. Objects remain open.";
 constexpr const char* kNothingOpen = "Internal error in specifying object nesting.";
 
-constexpr int kSignificantDigits = 6;
-
 const std::string replaceMark(detail::kReplaceMark);
 
 [[noreturn]] void fail(const char* function, const SystemMsg& message) {
     throw internal::error("KDXBuilder", function, message, errorTypeFailure);
-}
-
-std::string numberText(double value) {
-    std::array<char, 32> buffer{};
-    char* const end = std::to_chars(buffer.begin(), buffer.end(), value, std::chars_format::general,
-                                    kSignificantDigits)
-                          .ptr;
-    return {buffer.begin(), end};
 }
 
 /// What follows a number: a blank and the unit in brackets, or nothing.
@@ -194,11 +183,11 @@ void KDXBuilder::addParam(const std::string& name, int value) {
 }
 
 void KDXBuilder::addParam(const std::string& name, double value) {
-    addParam(name, numberText(value));
+    addParam(name, detail::numberText(value));
 }
 
 void KDXBuilder::addParam(const std::string& name, double value, const std::string& unit) {
-    addParam(name, numberText(value) + unitText(unit));
+    addParam(name, detail::numberText(value) + unitText(unit));
 }
 
 void KDXBuilder::addAction(const std::string& action) {
