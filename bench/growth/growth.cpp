@@ -446,8 +446,7 @@ void cross(std::vector<Family>& families, const std::string& start, Call (*call)
 }
 
 const std::vector<std::pair<const char*, Call (*)(const Lines&)>> kTextCalls = {
-    {"parse-", parse}, {"read-", read},     {"check-", check},
-    {"load-", load},   {"format-", format}, {"format-ends-", formatWithEndComments},
+    {"parse-", parse}, {"read-", read}, {"check-", check}, {"load-", load}, {"format-", format},
 };
 
 std::vector<Family> allFamilies() {

@@ -26,7 +26,7 @@ COMMANDS = {  # and their input
     "fmt -i d": "", "set -i d /Sample:s1 gain=20": "", "unset -i d /Sample:s1 gain": "",
     "rename -i d /Sample:s1 s2": "", "move -i d /Sample:s1/Channel:A --into ''": "",
     "edit -i d": '{"unset": "/Sample:s1", "name": "gain"}\n', "check --fix d": "",
-    "-j 2 fmt -i d": "", "map d/a.kdx": "", "fmt d": "", "-j 2 events d": "",
+    "-j 2 fmt -i d": "", "map d/a.kdx": "", "fmt d": "", "events d/a.kdx": "",
     "write": '{"/Sample:s1": {"gain": "10"}}\n'}
 THOROUGH = "KIV_THOROUGH" in os.environ
 
