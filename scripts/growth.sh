@@ -5,7 +5,7 @@
 #
 #   scripts/growth.sh [DIVISOR [PATTERN]]
 #
-# DIVISOR makes all sizes smaller: 1 takes ten minutes, the default, 16, one. PATTERN selects
+# DIVISOR makes all sizes smaller: 1 takes an hour, the default, 16, some minutes. PATTERN selects
 # families, as a regular expression.
 set -eu
 cd "$(dirname "$0")/.."

@@ -375,8 +375,8 @@ const std::vector<Family> kFamilies = {
     {"edit-add-inside-nested", 2000, [](auto n) { return edit(nested(n, {}), addInside); }},
     {"edit-add-inside-unclosed", 2000,
      [](auto n) { return edit(repeated(n, {"X: x"}), addInside); }},
-    {"edit-add-behind", 500000, [](auto n) { return edit(parameters(n, "p"), addBehind); }},
-    {"edit-move", 500000, [](auto n) { return edit(parameters(n, "p"), moveToFront); }},
+    {"edit-add-behind", 100000, [](auto n) { return edit(parameters(n, "p"), addBehind); }},
+    {"edit-move", 100000, [](auto n) { return edit(parameters(n, "p"), moveToFront); }},
     {"edit-move-commented", 100000,
      [](auto n) {
          return edit(together(repeated(n, {"# c"}), {"x=1", "y=1"}), [](auto& document, Node node) {
@@ -387,7 +387,7 @@ const std::vector<Family> kFamilies = {
     {"edit-comments", 500000, [](auto n) { return edit(parameters(n, "p"), setComment); }},
     {"edit-add-text", 500000, [](auto n) { return addText(parameters(n, "p")); }},
     {"edit-add-nested-text", 4000, [](auto n) { return addText(nested(n, {})); }},
-    {"edit-move-from", 500000, [](auto n) { return moveFrom(parameters(n, "p")); }},
+    {"edit-move-from", 100000, [](auto n) { return moveFrom(parameters(n, "p")); }},
     {"edit-apply", 500000, [](auto n) { return applyEdits(n); }},
     // layout
     {"format-end-comments", 1000000, [](auto n) { return formatWithEndComments(objects(n)); }},
