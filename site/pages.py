@@ -12,9 +12,11 @@ import subprocess
 import sys
 from pathlib import Path
 
+from python_page import code, python_page
+
 DOCUMENTS = ["SECURITY.md", "CHANGELOG.md", *sorted(map(str, Path("docs").glob("*.md"))),
-             *filter(os.path.exists, ["python/README.md", "editors/README.md"])]
-MADE = ["manual.md", "examples.md"]
+             "packaging/wasm/npm/README.md"]
+MADE = ["manual.md", "examples.md", "python.md"]
 
 
 def anchor(heading):
@@ -53,17 +55,12 @@ def headed(name):
 
 
 def converted(name, text):
-    """A document as a page. What stands in fences stays."""
+    """A document as a page. What stands in fences stays as it is."""
     parts = re.split(r"(^```.*?^```$)", text, flags=re.M | re.S)
     for i in range(0, len(parts), 2):
         parts[i] = re.sub(r"^(#+) (.*)$", headed(name), parts[i], flags=re.M)
         parts[i] = re.sub(r"\[([^\]]*)\]\(([^)]+)\)", link_from(name), parts[i])
     return "".join(parts)
-
-
-def code(text, kind=""):
-    """A block that shows a text as it is."""
-    return f"```{kind}\n{text.rstrip()}\n```\n\n"
 
 
 def manual(kdx):
@@ -96,6 +93,7 @@ def main(folder, kdx):
     pages["start"] = converted("start.md", Path("site/start.md").read_text("utf-8"))
     pages["manual"] = manual(kdx)
     pages["examples"] = examples()
+    pages["python"] = python_page()
     for name, text in pages.items():
         Path(folder, name + ".md").write_text(text, "utf-8")
 
