@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "text/ShownText.h"
@@ -41,6 +42,32 @@ Nodes find(const KDXDocument& document, const Target& target) {
                        : document.findObjects(target.path);
 }
 
+/// Whether the path of an object that is not there is the text of another one's path, which has a
+/// '/' in a name.
+bool isPathOfAnother(const KDXDocument& document, const KDXSteps& steps) {
+    std::string wanted;
+    for (const kiv::KDXStep& step : steps)
+        kiv::appendLevel(wanted, step.type.value_or("*"), step.name.value_or("*"));
+    std::string path;
+    std::vector<std::pair<Node, std::size_t>> open;  // objects, and where their paths end
+    for (Node node = document.next(document.root()); node != Node::none;
+         node = document.next(node)) {
+        if (document.kind(node) != MiniKDXParser::lineObject) continue;
+        while (!open.empty() && open.back().first != document.parent(node)) open.pop_back();
+        path.resize(open.empty() ? 0 : open.back().second);
+        kiv::appendLevel(path, document.first(node), document.second(node));
+        if (path == wanted) return true;
+        open.emplace_back(node, path.size());
+    }
+    return false;
+}
+
+void requireNoOther(const KDXDocument& document, const KDXSteps& path) {
+    if (document.findObjects(path).empty() && isPathOfAnother(document, path))
+        throw Trouble("the path is that of an object with a '/' in a name, too: " + textOf(path) +
+                      "; kdx edit takes a path as a list of types and names");
+}
+
 [[noreturn]] void failNotThere(const Target& target) {
     if (!target.name) throw NotThere("has no object " + textOf(target.path));
     throw NotThere("has no parameter " + shownName(*target.name) + " in " + textOf(target.path));
@@ -48,8 +75,9 @@ Nodes find(const KDXDocument& document, const Target& target) {
 
 Nodes findThere(const KDXDocument& document, const Target& target) {
     Nodes nodes = find(document, target);
-    if (nodes.empty()) failNotThere(target);
-    return nodes;
+    if (!nodes.empty()) return nodes;
+    requireNoOther(document, target.path);
+    failNotThere(target);
 }
 
 /// How many objects and parameters readers see, of parameters those with one of the names: objects
@@ -115,6 +143,7 @@ void requireOneObject(const KDXSteps& path) {
 
 void apply(KDXDocument& document, const SetEdit& edit) {
     requireOneObject(edit.path);
+    requireNoOther(document, edit.path);
     const bool isUsual = edit.side == SetEdit::Side::usual;
     const bool isChanged = isUsual || !document.findParameters(edit.path, edit.name).empty();
     const Nodes objects = isChanged ? Nodes() : document.findObjects(edit.path);
@@ -134,7 +163,9 @@ void apply(KDXDocument& document, const UnsetEdit& edit) {
     const auto& [path, name] = edit.target;
     const std::size_t count =
         name ? document.removeParameters(path, *name) : document.removeObjects(path);
-    if (count == 0) failNotThere(edit.target);
+    if (count > 0) return;
+    requireNoOther(document, path);
+    failNotThere(edit.target);
 }
 
 // ---- Rename.

@@ -61,6 +61,9 @@ REFUSED = [
     ("set f '' x=1", 2, "kdx: the empty path names no object\n"),
     ("set -i - /A x=1", 2, "<stdin>: error: cannot be changed in place: leave out -i, or name a "),
     ("unset f /Sample:s1 x", 1, "f: error: has no parameter x in /Sample:s1\n"),
+    *((f"{command} slash /A:a/b x{value}", 2, "slash: error: the path is that of an object with a "
+       "'/' in a name, too: /A:a/b; kdx edit takes a path as a list of types and names\n")
+      for command, value in [("set", "=1"), ("unset", ""), ("rename", " y")]),
     ("unset f /Sample:*/B", 1, "f: error: has no object /Sample:*/B\n"),
     ("rename f /Sample:s1 s2", 2, "f:4:1: error: would be one with what has that name there alre"),
     ("rename f '/Sample:*' s3", 2, "f:4:1: error: would be one with what has that name there alr"),
@@ -147,6 +150,7 @@ class Edit(KdxTest):
                 self.assertEqual((sorted(changed), status, errors), (sorted(lines), bool(lines), ""))
 
     def test_refusals(self):
+        self.write({"slash": "A: a/b\nx = 1\nEND\n"})
         for arguments, status, message in REFUSED:
             with self.subTest(arguments=arguments):
                 got, output, errors = self.run_kdx(arguments)
