@@ -19,9 +19,11 @@ inline std::size_t leadingControl(std::string_view text) {
         return begin.size() == low.size() && low <= begin && begin <= high;
     };
     if (isBetween("\xC2\x80", "\xC2\x9F") || isBetween("\xD8\x9C", "\xD8\x9C")) return 2;
+    // NOLINTBEGIN(misc-misleading-bidirectional): they are what is looked for
     const bool turns = isBetween("\xE2\x80\x8E", "\xE2\x80\x8F") ||
                        isBetween("\xE2\x80\xAA", "\xE2\x80\xAE") ||
                        isBetween("\xE2\x81\xA6", "\xE2\x81\xA9");
+    // NOLINTEND(misc-misleading-bidirectional)
     return turns ? 3 : 0;
 }
 
