@@ -1,5 +1,6 @@
 #include "Statements.h"
 
+#include <kiv/KDXDocument.h>
 #include <kiv/KDXReader.h>
 
 #include <algorithm>
@@ -108,10 +109,8 @@ std::string StatementTable::path(Number object) const {
     for (Number step = object; step != kRoot; step = steps.back().container)
         steps.push_back(content(step));
     std::string path;
-    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-        path.append(1, '/').append(step->first);
-        if (!step->second.empty()) path.append(1, ':').append(step->second);
-    }
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step)
+        kiv::appendLevel(path, step->first, step->second);
     return path;
 }
 

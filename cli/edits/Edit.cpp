@@ -20,17 +20,19 @@ using Names = std::vector<std::string>;
 constexpr const char* kMerges =
     "would be one with what has that name there already; remove or rename that first";
 
-std::string textOf(const kiv::KDXStep& step) {
-    if (step.anyDepth) return "/**";
-    const std::string type = step.type.value_or("*");
-    const std::string name = step.name.value_or("*");
-    return '/' + type + (name.empty() || name == type ? "" : ':' + name);
+std::string pathText(const KDXSteps& path) {
+    std::string text;
+    for (const kiv::KDXStep& step : path) {
+        if (step.anyDepth)
+            text += "/**";
+        else
+            kiv::appendLevel(text, step.type.value_or("*"), step.name.value_or("*"));
+    }
+    return text;
 }
 
 std::string textOf(const KDXSteps& path) {
-    std::string text;
-    for (const kiv::KDXStep& step : path) text += textOf(step);
-    return shown(text);
+    return shown(pathText(path));
 }
 
 bool isExact(const kiv::KDXStep& step) {
@@ -45,9 +47,7 @@ Nodes find(const KDXDocument& document, const Target& target) {
 /// Whether the path of an object that is not there is the text of another one's path, which has a
 /// '/' in a name.
 bool isPathOfAnother(const KDXDocument& document, const KDXSteps& steps) {
-    std::string wanted;
-    for (const kiv::KDXStep& step : steps)
-        kiv::appendLevel(wanted, step.type.value_or("*"), step.name.value_or("*"));
+    const std::string wanted = pathText(steps);
     std::string path;
     std::vector<std::pair<Node, std::size_t>> open;  // objects, and where their paths end
     for (Node node = document.next(document.root()); node != Node::none;
