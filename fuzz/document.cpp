@@ -235,10 +235,17 @@ private:
         }
     }
 
+    /// It may be a view of the document.
+    std::string_view anyText() {
+        const Node node = anyNode();
+        return node == document.root() || below(4) != 0 ? oneOf(kTexts) : document.source(node);
+    }
+
     void addText() {
-        const std::string_view text = oneOf(kTexts);
+        const std::string_view given = anyText();
+        const std::string text(given);
         std::string added;
-        for (const Node node : document.addText(anyWhere(), text)) {
+        for (const Node node : document.addText(anyWhere(), given)) {
             nameAll(node);
             appendAll(added, node);
         }
