@@ -161,6 +161,7 @@ public:
 
     /// The place of a byte of source(), counted from its beginning, or of its end. Takes constant
     /// time and that to count the lines; once something was changed, as placeOf().
+    /// @throws kiv::internal::error when `byte` is beyond the end.
     KDXPlace placeInSource(Node node, std::size_t byte = 0) const;
 
     /// The statement that holds a byte of the text as it is now; none behind the end and in a byte
