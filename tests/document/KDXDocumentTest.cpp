@@ -95,6 +95,7 @@ const std::vector<EditRow> kEdits = {
     {"x = 1|", edit(setComment, "x", "note"), "x = 1 # note|"},
     {"x = 1  #a |", edit(setComment, "x", "#b"), "x = 1  #b|"},
     {"# a", edit(setComment, "a", ""), "|"},
+    {"x=1|# a^|", edit(setComment, "a", ""), "x=1|^|"},
     {"  x = 1|", edit(setName, "x", "a b"), "  a b = 1|"},
     {"= 5|", edit(setName, "5", "x"), "x = 5|"},
     {"> go # c|", edit(setText, "go", ">stop"), ">stop # c|"},
@@ -223,6 +224,8 @@ const std::vector<RefusalRow> kRefusedCalls = {
     {"x=1", edit(setText, "x", ""), "setText", kNoPart},
     {">", edit(setName, ">", ""), "setName", kNoPart},
     {"", set("/A:*", "x", "1"), "set", "Every step needs a type and a name."},
+    {"x=1", [](auto& d) { d.placeInSource(at(d, "x"), 4); }, "placeInSource",
+     "There is no byte at this position."},
     {"x=1", [](auto& d) { d.kind(Node::none); }, "kind", "The node is none of this document's."},
 };
 
