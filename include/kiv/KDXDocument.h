@@ -90,8 +90,8 @@ public:
 
     /// In front of a statement and the comments that belong to it.
     static constexpr Where before(Node node) { return {Where::Side::before, node}; }
-    /// Behind a statement and all that is in it. An object that is never closed has no place behind
-    /// it: kiv::data::invalid.
+    /// Behind a statement and all that is in it; behind an END is behind the object that it closes.
+    /// An object that is never closed has no place behind it: kiv::data::invalid.
     static constexpr Where behind(Node node) { return {Where::Side::behind, node}; }
     /// The first place in an object; in the root, behind comments at the head of the text that a
     /// blank line sets apart.
