@@ -208,7 +208,9 @@ public:
     Node addComment(Where where, std::string_view comment);
     Node addBlankLine(Where where);
 
-    /// Adds statements as they are written; a line end is put behind the last one if it is missing.
+    /// Adds statements as they are written; a byte order mark in front of them is passed over, and
+    /// a line end put behind the last one if it is missing. The text may be a view of this
+    /// document.
     /// @return those that are in no other.
     /// @throws kiv::data::invalid for a line that is no KDX, an END too many or too few.
     std::vector<Node> addText(Where where, std::string_view text);
