@@ -26,6 +26,11 @@ constexpr std::array<std::string_view, 11> kTexts = {
     "y = 1\n", "A: n\n  z=1\n END", "# c\n\nw = C:\\ #\r\n", "q = a\\\n",     "END\n",     "B:\n",
     "no KDX",  "y=1\nx=a\\",        "# a\n# b\\\n",          "A:\nEND # \\ ", "x=1\r\ny=2"};
 
+/// How many bytes a byte order mark in front of a text takes.
+std::size_t markLength(std::string_view text) {
+    return text.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
+}
+
 /// What a statement says, its depth, its bytes.
 struct Entry {
     Node node;
@@ -235,10 +240,17 @@ private:
         }
     }
 
+    /// It may be a view of the document.
+    std::string_view anyText() {
+        const Node node = anyNode();
+        return node == document.root() || below(4) != 0 ? oneOf(kTexts) : document.source(node);
+    }
+
     void addText() {
-        const std::string_view text = oneOf(kTexts);
+        const std::string_view given = anyText();
+        const std::string text(given.substr(markLength(given)));
         std::string added;
-        for (const Node node : document.addText(anyWhere(), text)) {
+        for (const Node node : document.addText(anyWhere(), given)) {
             nameAll(node);
             appendAll(added, node);
         }
@@ -298,7 +310,7 @@ private:
         const KDXDocument read(text);
         const Entries seen = entriesOf(read);
         fuzz::require(now.size() == seen.size(), "a reader sees as many statements");
-        std::size_t offset = text.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
+        std::size_t offset = markLength(text);
         for (std::size_t i = 0; i < now.size(); ++i) {
             fuzz::require(now[i].saysTheSame(seen[i]) && now[i].source == seen[i].source,
                           "a reader sees the same statement");

@@ -90,8 +90,8 @@ public:
 
     /// In front of a statement and the comments that belong to it.
     static constexpr Where before(Node node) { return {Where::Side::before, node}; }
-    /// Behind a statement and all that is in it. An object that is never closed has no place behind
-    /// it: kiv::data::invalid.
+    /// Behind a statement and all that is in it; behind an END is behind the object that it closes.
+    /// An object that is never closed has no place behind it: kiv::data::invalid.
     static constexpr Where behind(Node node) { return {Where::Side::behind, node}; }
     /// The first place in an object; in the root, behind comments at the head of the text that a
     /// blank line sets apart.
@@ -161,6 +161,7 @@ public:
 
     /// The place of a byte of source(), counted from its beginning, or of its end. Takes constant
     /// time and that to count the lines; once something was changed, as placeOf().
+    /// @throws kiv::internal::error when `byte` is beyond the end.
     KDXPlace placeInSource(Node node, std::size_t byte = 0) const;
 
     /// The statement that holds a byte of the text as it is now; none behind the end and in a byte
@@ -207,7 +208,9 @@ public:
     Node addComment(Where where, std::string_view comment);
     Node addBlankLine(Where where);
 
-    /// Adds statements as they are written; a line end is put behind the last one if it is missing.
+    /// Adds statements as they are written; a byte order mark in front of them is passed over, and
+    /// a line end put behind the last one if it is missing. The text may be a view of this
+    /// document.
     /// @return those that are in no other.
     /// @throws kiv::data::invalid for a line that is no KDX, an END too many or too few.
     std::vector<Node> addText(Where where, std::string_view text);

@@ -56,7 +56,7 @@ public:
     /// Goes on to the next statement, in time proportional to its length.
     /// @return false at the end of the text, where all parts are empty and place() is the end; also
     /// at an object deeper than the limit, see isTooDeep().
-    /// @throws std::bad_alloc alone.
+    /// @throws std::bad_alloc alone; the reader is then as one that was moved from.
     bool next();
 
     /// What the statement is.

@@ -43,6 +43,11 @@ Node add(KDXDocument::Impl& document, const Spot& spot, Compose compose) {
     return document.nodeOf(change.commit());
 }
 
+/// A line with a byte order mark is none of KDX, but in a text of its own it would be another one.
+void refuseMark(const char* function, std::string_view text) {
+    if (detail::startsWithByteOrderMark(text)) refuseData(function, kNoKdx);
+}
+
 void requireBalanced(const char* function, const std::vector<detail::Statement>& fragment) {
     for (std::size_t i = 1; i < fragment.size(); ++i) {
         const detail::Statement& statement = fragment[i];
@@ -214,10 +219,14 @@ std::vector<Node> KDXDocument::addText(Where where, std::string_view text) {
     const Spot spot = detail::spotOf("addText", *impl, where);
     text.remove_prefix(detail::byteOrderMarkLength(text));
     if (text.empty()) return {};
+    refuseMark("addText", text);
     const Layout layout = detail::layoutAt(tree, spot.parent, spot.behind);
+    // A copy: the text may be the source of a statement, whose bytes may move when others are
+    // added.
+    const std::string lines = detail::closed(text, layout.lineEnd);
     Change change(tree);
     detail::closeTextBefore(change, tree, spot, layout.lineEnd);
-    change.insert(spot.parent, spot.behind, detail::closed(text, layout.lineEnd));
+    change.insert(spot.parent, spot.behind, lines);
     requireBalanced("addText", change.insertedStatements());
     std::vector<Node> nodes;
     nodes.reserve(change.insertedStatements().size());
@@ -321,8 +330,7 @@ Node KDXDocument::moveFrom(KDXDocument& other, Node node, Where where) {
     const Layout layout = detail::layoutAt(impl->tree, spot.parent, spot.behind);
     std::string text;
     layOut(source, block, layout, [&](Index, std::string_view bytes) { text += bytes; });
-    // Such a line is none of KDX, and in a text of its own it would be another one.
-    if (detail::startsWithByteOrderMark(text)) refuseData("moveFrom", kNoKdx);
+    refuseMark("moveFrom", text);
     Change change(impl->tree);
     detail::insertLines(change, impl->tree, spot, std::move(text), layout.lineEnd);
     const Index first = change.commit();

@@ -20,6 +20,8 @@ using detail::StatementReader;
 using detail::StatementTree;
 using Node = KDXDocument::Node;
 
+constexpr const char* kNoByte = "There is no byte at this position.";
+
 /// The statement that holds a byte of the text as it was loaded.
 Index loadedStatementAt(const StatementTree& tree, std::size_t offset) {
     Index low = 1;
@@ -55,6 +57,14 @@ KDXPlace beginOf(const StatementTree& tree, Index index) {
         place.line += static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
     }
     return place;
+}
+
+/// The place of one of the bytes of a statement in them.
+KDXPlace placeIn(std::string_view bytes, std::size_t byte) {
+    const std::string_view before = bytes.substr(0, byte);
+    const auto feeds = std::count(before.begin(), before.end(), '\n');
+    const std::size_t lineBegin = before.rfind('\n') + 1;
+    return {byte, static_cast<std::size_t>(feeds) + 1, byte - lineBegin + 1};
 }
 
 /// A place in a statement that begins at `begin`, as a place in the text.
@@ -198,8 +208,9 @@ KDXPlace KDXDocument::placeOf(Node node, KDXReader::Part part, std::size_t byte)
 
 KDXPlace KDXDocument::placeInSource(Node node, std::size_t byte) const {
     const Index index = impl->statementOf("placeInSource", node);
-    const KDXPlace inside = StatementReader(impl->tree.bytesOf(index)).placeInSource(byte);
-    return placeBehind(beginOf(impl->tree, index), inside);
+    const std::string_view bytes = impl->tree.bytesOf(index);
+    if (byte > bytes.size()) detail::refuseCall("placeInSource", kNoByte);
+    return placeBehind(beginOf(impl->tree, index), placeIn(bytes, byte));
 }
 
 Node KDXDocument::nodeAt(std::size_t offset) const {

@@ -120,13 +120,14 @@ std::vector<Candidate> withComment(const Rewriting& old, const std::string& comm
 
 /// Where what remains would be open, a '#' stays.
 std::vector<Candidate> withoutComment(const Rewriting& old) {
+    const std::string_view lineEnd = old.statement->lineEnd();
     if (old.statement->text().empty())
-        return {{old.layout().lineEnd, {old.meaning.kind, {}, {}, {}}}};
+        return {{lineEnd.empty() ? old.layout().lineEnd : std::string(lineEnd),
+                 {old.meaning.kind, {}, {}, {}}}};
     Meaning wanted = old.meaning;
     wanted.comment = {};
     Meaning hashed = old.meaning;
     hashed.comment = "#";
-    const std::string_view lineEnd = old.statement->lineEnd();
     const std::string_view text = old.upTo(old.statement.endOf(Part::text));
     const std::string_view head = old.upTo(old.statement.beginOf(Part::comment));
     return {{joined(text, lineEnd), wanted}, {joined(head, "#", lineEnd), hashed}};

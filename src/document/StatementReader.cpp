@@ -16,11 +16,6 @@ KDXPlace StatementReader::placeOf(KDXReader::Part part, std::size_t byte) const 
     return {place.offset - shift, place.line - shift, place.column};
 }
 
-KDXPlace StatementReader::placeInSource(std::size_t byte) const {
-    const KDXPlace place = reader.placeInSource(byte);
-    return {place.offset - shift, place.line - shift, place.column};
-}
-
 std::size_t StatementReader::endOf(KDXReader::Part part) const {
     return reader.placeOf(part, reader.part(part).size()).offset - shift;
 }

@@ -18,9 +18,6 @@ public:
     /// The place of a byte of a part in the bytes.
     KDXPlace placeOf(KDXReader::Part part, std::size_t byte) const;
 
-    /// The place of one of the bytes.
-    KDXPlace placeInSource(std::size_t byte) const;
-
     /// Where a part begins and ends in the bytes.
     std::size_t beginOf(KDXReader::Part part) const { return reader.placeOf(part).offset - shift; }
     std::size_t endOf(KDXReader::Part part) const;

@@ -61,6 +61,12 @@ Edit set(const char* path, const char* name, const char* value) {
     return [=](KDXDocument& d) { d.set(readPath(path), name, value); };
 }
 
+/// The text may be a view of the document, whose bytes move.
+void addOwnText(KDXDocument& d) {
+    const Node y = d.addParameter(firstIn(d.root()), "y", "which takes memory of its own");
+    d.addText(lastIn(d.root()), d.source(y));
+}
+
 struct EditRow {
     const char* before;
     Edit edit;
@@ -89,6 +95,7 @@ const std::vector<EditRow> kEdits = {
     {"x = 1|", edit(setComment, "x", "note"), "x = 1 # note|"},
     {"x = 1  #a |", edit(setComment, "x", "#b"), "x = 1  #b|"},
     {"# a", edit(setComment, "a", ""), "|"},
+    {"x=1|# a^|", edit(setComment, "a", ""), "x=1|^|"},
     {"  x = 1|", edit(setName, "x", "a b"), "  a b = 1|"},
     {"= 5|", edit(setName, "5", "x"), "x = 5|"},
     {"> go # c|", edit(setText, "go", ">stop"), ">stop # c|"},
@@ -129,6 +136,7 @@ const std::vector<EditRow> kEdits = {
      "A:|  x=1|  y=2||  # of A|END|"},
     {"A:|  # of A|END|", edit(addText, before, "END", "B:| END"), "A:|  # of A|B:| END|END|"},
     {"x=1", edit(addText, behind, "x", "\xEF\xBB\xBFy=a\\"), "x=1|y=a\\||"},
+    {"x=1", addOwnText, "y=which takes memory of its own|x=1|y=which takes memory of its own|"},
     // What goes or moves takes its comments along.
     {"# c||# of x|# too|x=1|y=1|", remove("x="), "# c||y=1|"},
     {"END|A:|  x=1|END # c|",
@@ -193,6 +201,7 @@ const std::vector<RefusalRow> kRefusedData = {
     {"A:|B:|END", edit(addBlankLine, behind, "A"), "addBlankLine", kNeverClosed},
     {"A:|", move("A", firstIn, ""), "move", kNeverClosed},
     {"", edit(addText, lastIn, "", "x=1|no KDX"), "addText", kNoKdx},
+    {"", edit(addText, lastIn, "", "\xEF\xBB\xBF\xEF\xBB\xBFx=1"), "addText", kNoKdx},
     {"", moveFrom("|\xEF\xBB\xBFx", "x", lastIn, ""), "moveFrom", kNoKdx},
     {"", edit(addText, lastIn, "", "END"), "addText", "The text has an END that closes nothing."},
     {"", edit(addText, lastIn, "", "A:|B:|END"), "addText",
@@ -215,6 +224,8 @@ const std::vector<RefusalRow> kRefusedCalls = {
     {"x=1", edit(setText, "x", ""), "setText", kNoPart},
     {">", edit(setName, ">", ""), "setName", kNoPart},
     {"", set("/A:*", "x", "1"), "set", "Every step needs a type and a name."},
+    {"x=1", [](auto& d) { d.placeInSource(at(d, "x"), 4); }, "placeInSource",
+     "There is no byte at this position."},
     {"x=1", [](auto& d) { d.kind(Node::none); }, "kind", "The node is none of this document's."},
 };
 
