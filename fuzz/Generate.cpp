@@ -27,7 +27,7 @@ public:
     std::string text() {
         if (below(16) == 0) result += "\xEF\xBB\xBF";
         const char* const lineEnd = below(3) == 0 ? "\r\n" : "\n";
-        for (std::uint64_t lines = below(12); lines > 0; --lines) {
+        for (std::size_t lines = below(12); lines > 0; --lines) {
             addLine();
             result += below(8) == 0 ? "\\\n" : below(16) == 0 ? "\n" : lineEnd;
         }
@@ -40,12 +40,12 @@ private:
         result.append(below(3), ' ');
         if (below(3) != 0) result += kWholeLines[below(kWholeLines.size())];
         if (below(2) == 0) return;
-        for (std::uint64_t pieces = below(4); pieces > 0; --pieces)
+        for (std::size_t pieces = below(4); pieces > 0; --pieces)
             result += kPieces[below(kPieces.size())];
         if (below(100) == 0) result += '\0';
     }
 
-    std::uint64_t below(std::uint64_t limit) { return random() % limit; }
+    std::size_t below(std::size_t limit) { return static_cast<std::size_t>(random() % limit); }
 
     std::mt19937_64 random;
     std::string result;

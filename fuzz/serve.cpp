@@ -74,7 +74,7 @@ public:
     }
 
 private:
-    std::size_t below(std::size_t limit) { return random() % limit; }
+    std::size_t below(std::size_t limit) { return static_cast<std::size_t>(random() % limit); }
     template <typename List>
     std::string oneOf(const List& list) {
         return list[below(list.size())];

@@ -59,7 +59,7 @@ class LineSplitter {
 public:
     // Taken into the walk over the lines, where a call would be a fiftieth of its instructions.
     [[gnu::always_inline]] LineParts split(std::string_view line, const LineShape& shape) {
-        assert(!isNameCharacter(line.data()[line.size()]));
+        assert(!isNameCharacter(*(line.data() + line.size())));
         const char* const begin = line.data();
         if (isBlank(begin[shape.spaces])) return splitBehindBlanks(line);
         return splitShaped(line, shape);
