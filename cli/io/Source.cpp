@@ -1,11 +1,11 @@
 #include "Source.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <system_error>
-#include <vector>
 
 #include "base/Status.h"
 
@@ -69,17 +69,25 @@ void readFile(const std::string& path, Source& source) {
                               : readAll(file.get(), size + 1, false);
 }
 
+std::size_t readChunk(std::FILE* file, std::vector<char>& chunk, std::size_t size) {
+    errno = 0;
+    const std::size_t count = std::fread(chunk.data(), 1, std::min(size, chunk.size()), file);
+    if (std::ferror(file) != 0) failRead(errno);
+    return count;
+}
+
 /// Whether a file holds these bytes and no others from where it stands on.
-bool endsWith(std::FILE* file, std::string_view bytes) {
+bool endsWith(std::FILE* file, const Pieces& pieces) {
     std::vector<char> chunk(kFirstChunk);
-    for (;;) {
-        errno = 0;
-        const std::size_t count = std::fread(chunk.data(), 1, chunk.size(), file);
-        if (std::ferror(file) != 0) failRead(errno);
-        if (bytes.substr(0, count) != std::string_view(chunk.data(), count)) return false;
-        bytes.remove_prefix(count);
-        if (count < chunk.size()) return bytes.empty();
+    for (std::string_view bytes : pieces) {
+        while (!bytes.empty()) {
+            const std::size_t count = readChunk(file, chunk, bytes.size());
+            if (count == 0 || bytes.substr(0, count) != std::string_view(chunk.data(), count))
+                return false;
+            bytes.remove_prefix(count);
+        }
     }
+    return readChunk(file, chunk, 1) == 0;
 }
 
 }  // namespace
@@ -114,11 +122,11 @@ Source readSource(const std::string& argument) {
 
 bool isAsRead(const std::string& path, const Source& read) {
     const File file = openFile(path);
-    return stateOf(file.get()) == read.state && endsWith(file.get(), read.buffer) &&
+    return stateOf(file.get()) == read.state && endsWith(file.get(), {read.buffer}) &&
            stateOf(file.get()) == read.state;
 }
 
-bool holds(const std::string& path, std::string_view bytes) {
+bool holds(const std::string& path, const Pieces& bytes) {
     return endsWith(openFile(path).get(), bytes);
 }
 
