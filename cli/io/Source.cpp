@@ -7,6 +7,7 @@
 #include <memory>
 #include <system_error>
 
+#include "LargePages.h"
 #include "base/Status.h"
 
 namespace kdx {
@@ -16,6 +17,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kRoomToGrow = 50;  // a part of the size, for edits made in a text's memory
+constexpr std::size_t kStep = std::size_t{256} * 1024;
 constexpr std::size_t kFirstChunk = std::size_t{64} * 1024;
 constexpr std::size_t kLargestOfDevice = std::size_t{16} * 1024 * 1024;
 
@@ -38,9 +40,11 @@ bool isDevice(const std::string& path) {
 std::string readAll(std::FILE* file, std::size_t size, bool fromDevice) {
     std::string buffer;
     buffer.reserve(size + size / kRoomToGrow);
+    preferLargePages(buffer.data(), buffer.capacity());
     std::size_t used = 0;
     do {
-        if (used == buffer.size()) buffer.resize(used == 0 ? size : 2 * used);
+        // In steps, so that what is filled with zeros is in the cache when it is read into.
+        buffer.resize(std::max(used + 1, std::min(buffer.capacity(), used + kStep)));
         errno = 0;
         used += std::fread(buffer.data() + used, 1, buffer.size() - used, file);
         if (fromDevice && used > kLargestOfDevice)
