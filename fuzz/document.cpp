@@ -5,6 +5,7 @@
 #include <kiv/KDXDocument.h>
 
 #include <array>
+#include <functional>
 #include <map>
 #include <random>
 
@@ -371,6 +372,66 @@ private:
     std::map<Node, bool> named;
 };
 
+// ---- Edits by a path, in the part of a text that they need.
+
+constexpr std::array<std::string_view, 12> kAround = {"B: b\n    y = 1\nEND\n",
+                                                      "B: b\nEND # B:b\n",
+                                                      "A: s2\n\tx=1\n\tEND\n",
+                                                      "# c\n",
+                                                      "\n",
+                                                      "A: s1/A\nEND\n",
+                                                      "x=1\n",
+                                                      "A: s1\n x=1\n A:\nEND\nEND\n",
+                                                      "END\n",
+                                                      "\xEF\xBB\xBF"
+                                                      "C:\n",
+                                                      "> run\r\n",
+                                                      "y = a\\\n"};
+constexpr std::array<std::string_view, 7> kPaths = {"/A",       "/A:s1",     "/A:s1/A", "/A/A",
+                                                    "/B:b/A:s", "/A:s1/A/B", "/A:*"};
+
+using Edit = std::function<void(KDXDocument&)>;
+
+std::string edited(std::string_view text, std::string_view part, const Edit& edit) {
+    KDXDocument document{std::string(part)};
+    const std::string refusal = fuzz::messageOfAnything([&] { edit(document); });
+    std::vector<kiv::KDXTextEdit> edits = document.textEdits();
+    for (kiv::KDXTextEdit& one : edits)
+        one.offset += static_cast<std::size_t>(part.data() - text.data());
+    return refusal + '\n' + kiv::applyEdits(text, edits);
+}
+
+Edit editBy(const kiv::KDXSteps& path, std::mt19937_64& random) {
+    const std::string_view value = kValues[random() % kValues.size()];
+    const auto set = [=](KDXDocument& document) {
+        document.set(path, "x", value);
+        document.set(path, "z", "1");
+    };
+    const auto add = [=](KDXDocument& document) {
+        const std::vector<Node> objects = document.findObjects(path);
+        if (!objects.empty()) document.addParameter(KDXDocument::firstIn(objects[0]), "z", value);
+    };
+    const std::array<Edit, 5> edits = {
+        set, set, add, [=](KDXDocument& document) { document.removeObjects(path); },
+        [=](KDXDocument& document) { document.removeParameters(path, "x"); }};
+    return edits[random() % edits.size()];
+}
+
+void checkPart(std::string text, std::uint64_t seed) {
+    std::mt19937_64 random(seed);
+    const auto some = [&] {
+        std::string around;
+        for (std::size_t i = random() % 40; i > 0; --i)
+            around += kAround[random() % (random() % 4 == 0 ? kAround.size() : 3)];
+        return around;
+    };
+    text = some() + text + some();
+    const kiv::KDXSteps path = kiv::readPath(kPaths[random() % kPaths.size()]);
+    const Edit edit = editBy(path, random);
+    fuzz::require(edited(text, kiv::partFor(text, path), edit) == edited(text, text, edit),
+                  "an edit in the part that it needs is the one in the whole text");
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -378,5 +439,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::uint64_t seed = 1469598103934665603U;
     for (const char c : text) seed = (seed ^ static_cast<unsigned char>(c)) * 1099511628211U;
     Editor(text, seed).run(6);
+    checkPart(text, seed);
     return 0;
 }

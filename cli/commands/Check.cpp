@@ -81,7 +81,7 @@ void fixFile(Source& source, const std::string& file, const kiv::KDXCheck::Optio
     if (edits.empty()) return;
     const std::string mark(source.byteOrderMark());
     std::string text = kiv::applyEdits(source.buffer, edits);
-    replaceFile(file, source, text);
+    replaceFile(file, source, {text});
     source.buffer = std::move(text);
     source.hasByteOrderMark = !mark.empty() && source.buffer.compare(0, mark.size(), mark) == 0;
 }

@@ -14,6 +14,7 @@
 #include "io/Output.h"
 #include "maps/Utf8Check.h"
 #include "text/JsonText.h"
+#include "text/ShownText.h"
 #include "work/ReadChecked.h"
 
 namespace kdx {
@@ -228,6 +229,14 @@ Status compareForGit(const Options& options, const Settings& settings) {
     }
 }
 
+/// What a folder cannot be compared with may be a slip of the pen.
+[[noreturn]] void failForFolder(const std::string& file) {
+    std::error_code unknown;
+    if (file != kStandardInput && !std::filesystem::exists(file, unknown))
+        throw Trouble("there is no file or folder " + shown(file));
+    throw Trouble("a file cannot be compared with a folder");
+}
+
 Status run(const Options& options, const Settings& settings) {
     if (options.git) return compareForGit(options, settings);
     if (options.files.size() != 2) throw Trouble("diff takes two files, or two folders");
@@ -236,8 +245,7 @@ Status run(const Options& options, const Settings& settings) {
         return file != kStandardInput && std::filesystem::is_directory(file, unknown);
     };
     const std::array<std::string, 2> files{options.files[0], options.files[1]};
-    if (isFolder(files[0]) != isFolder(files[1]))
-        throw Trouble("a file cannot be compared with a folder");
+    if (isFolder(files[0]) != isFolder(files[1])) failForFolder(files[isFolder(files[0]) ? 1 : 0]);
     if (isFolder(files[0])) return compareFolders(files[0], files[1], options, settings);
     return compareFiles(files, {}, options, settings);
 }

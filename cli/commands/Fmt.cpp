@@ -38,7 +38,7 @@ Outcome formatFile(const std::string& file, const Options& options, const Settin
     }
     if (text == source->buffer) return outcome;
     if (options.inPlace) {
-        replaceFile(file, *source, text);
+        replaceFile(file, *source, {text});
         return outcome;
     }
     outcome.status = Status::findings;

@@ -11,6 +11,8 @@
 #include "maps/NestedText.h"
 #include "maps/SlashCheck.h"
 #include "maps/Utf8Check.h"
+#include "messages/Diagnostics.h"
+#include "text/ShownText.h"
 #include "work/ReadChecked.h"
 
 namespace kdx {
@@ -70,6 +72,20 @@ struct Merged {
     std::vector<NamedText> sources;
 };
 
+void tellLeftOut(const kiv::StringMapMap& map, const Settings& settings) {
+    const std::vector<std::string> paths = leftOutOfFlat(map);
+    if (paths.empty()) return;
+    std::string diagnostics;
+    appendProblem(diagnostics, "kdx",
+                  {Severity::warning,
+                   "left-out",
+                   {},
+                   "flat lines leave out objects without a parameter: " +
+                       std::to_string(paths.size()) + ", the first is " + shown(paths.front())},
+                  settings);
+    writeError(diagnostics);
+}
+
 void print(const Merged& merged, const Options& options) {
     if (options.flat) return printFlat(merged.map);
     if (!options.nested) return printJson(merged.map);
@@ -111,6 +127,7 @@ Status run(const Options& options, const Settings& settings) {
     const Status status = workOnFiles(list, settings, work, then);
     if (noneRead) return status;
     if (tellConflicts(merged, options, settings)) return Status::trouble;
+    if (options.flat) tellLeftOut(merged.map, settings);
     print(merged, options);
     return status;
 }

@@ -37,10 +37,7 @@ std::size_t depthOf(const kiv::StringMapMap& map) {
 
 /// Whether an object with this path is written: one of the map, or one around such a one.
 bool hasObject(const kiv::StringMapMap& map, const std::string& path) {
-    if (map.count(path) != 0) return true;
-    const std::string inside = path + '/';
-    const auto next = map.lower_bound(inside);
-    return next != map.end() && next->first.compare(0, inside.size(), inside) == 0;
+    return map.count(path) != 0 || hasObjectIn(map, path);
 }
 
 /// The text of a map of paths, in JSON or in lines.
@@ -87,6 +84,7 @@ Outcome writeFile(const std::string& file, const Options& options, const Setting
     if (options.events) return {readEvents(text), {}, Status::fine};
     const std::size_t begin = std::min(text.find_first_not_of(" \t\r\n"), text.size());
     const std::string_view first = text.substr(begin, 1);
+    if (first.empty()) throw Trouble("is empty: not even a map without objects, which is {}");
     if (first == "[") return {writeNested(text, options, settings), {}, Status::fine};
     return writeMap(source, first == "/" ? readFlat(text) : readJson(text), options, settings);
 }

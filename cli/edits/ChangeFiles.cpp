@@ -3,8 +3,7 @@
 #include <kiv/Error.h>
 #include <kiv/KDXText.h>
 
-#include <utility>
-#include <variant>
+#include <optional>
 
 #include "io/ReplaceFile.h"
 #include "messages/Diagnostics.h"
@@ -15,6 +14,7 @@ namespace kdx {
 namespace {
 
 using kiv::KDXDocument;
+using TextEdits = std::vector<kiv::KDXTextEdit>;
 
 /// In a list of edits, which one it was.
 std::string withLine(const Edit& edit, const std::string& text) {
@@ -22,14 +22,13 @@ std::string withLine(const Edit& edit, const std::string& text) {
 }
 
 /// The place is one in the file, also where edits before this one have moved it.
-void reportRefused(Outcome& outcome, const Source& source, const KDXDocument& document,
-                   const Edit& edit, const std::string& why, const Settings& settings) {
+void reportRefused(Outcome& outcome, const Source& source, const Edit& edit, const std::string& why,
+                   const Settings& settings) {
     outcome.raise(Status::trouble);
-    const std::string text = source.buffer.empty() ? document.text() : source.buffer;
-    const KDXDocument asRead(text);
+    const KDXDocument asRead(source.buffer);
     const KDXDocument::Node node = changedBy(asRead, edit);
     const Place place =
-        node == KDXDocument::Node::none ? Place() : placeIn(text, asRead.placeOf(node));
+        node == KDXDocument::Node::none ? Place() : placeIn(source.buffer, asRead.placeOf(node));
     appendProblem(outcome.diagnostics, source.name,
                   {Severity::error, "refused-edit", place, withLine(edit, why)}, settings);
 }
@@ -44,17 +43,53 @@ bool isMade(const Edit& edit, KDXDocument& document, const Source& source, Outco
         outcome.raise(Status::findings);
         appendTrouble(outcome.diagnostics, source.name, withLine(edit, missing.what()), settings);
     } catch (const Trouble& trouble) {
-        reportRefused(outcome, source, document, edit, trouble.what(), settings);
+        reportRefused(outcome, source, edit, trouble.what(), settings);
     } catch (const kiv::Error& error) {
-        reportRefused(outcome, source, document, edit, kiv::visibleText(error.message()), settings);
+        reportRefused(outcome, source, edit, kiv::visibleText(error.message()), settings);
     }
     return false;
 }
 
-/// A lone set that is refused has changed nothing, so that its document still has the text as it
-/// was read: no copy is needed of what may be large.
-bool isLoneSet(const std::vector<Edit>& edits) {
-    return edits.size() == 1 && std::holds_alternative<SetEdit>(edits.front().change);
+/// Makes the edits in the part of the text that they need. @return nothing when that is not known,
+/// or when one of them cannot be made: a document of the whole text then tells why, and where.
+std::optional<TextEdits> editsInPart(std::string_view text, const std::vector<Edit>& edits) {
+    const std::optional<kiv::KDXSteps> path = commonPath(edits);
+    if (!path) return std::nullopt;
+    const std::string_view part = kiv::partFor(text, *path);
+    KDXDocument document{std::string(part)};
+    try {
+        for (const Edit& edit : edits) applyEdit(document, edit);
+    } catch (const Trouble&) {
+        return std::nullopt;
+    } catch (const kiv::Error&) {
+        return std::nullopt;
+    }
+    TextEdits changes = document.textEdits();
+    for (kiv::KDXTextEdit& change : changes)
+        change.offset += static_cast<std::size_t>(part.data() - text.data());
+    return changes;
+}
+
+/// @return nothing when an edit cannot be made; the outcome then says why.
+std::optional<TextEdits> editsInWhole(const Source& source, const std::vector<Edit>& edits,
+                                      Outcome& outcome, const Settings& settings) {
+    KDXDocument document(source.buffer);
+    for (const Edit& edit : edits)
+        if (!isMade(edit, document, source, outcome, settings)) return std::nullopt;
+    return document.textEdits();
+}
+
+/// What the text becomes, without a copy of it.
+Pieces changed(std::string_view text, const TextEdits& changes) {
+    Pieces pieces;
+    std::size_t kept = 0;
+    for (const kiv::KDXTextEdit& change : changes) {
+        pieces.push_back(text.substr(kept, change.offset - kept));
+        pieces.emplace_back(change.replacement);
+        kept = change.offset + change.length;
+    }
+    pieces.push_back(text.substr(kept));
+    return pieces;
 }
 
 Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
@@ -62,25 +97,21 @@ Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
     if (options.inPlace && file == kStandardInput)
         throw Trouble("cannot be changed in place: leave out -i, or name a file");
     Outcome outcome;
-    Source source = readSource(file);
-    const bool isPrinted = !options.inPlace && !options.diff;
-    KDXDocument document(isPrinted && isLoneSet(edits) ? std::exchange(source.buffer, {})
-                                                       : source.buffer);
-    for (const Edit& edit : edits)
-        if (!isMade(edit, document, source, outcome, settings)) return outcome;
-
-    if (isPrinted) {
-        outcome.results = std::move(document).text();
+    const Source source = readSource(file);
+    std::optional<TextEdits> changes = editsInPart(source.buffer, edits);
+    if (!changes) changes = editsInWhole(source, edits, outcome, settings);
+    if (!changes) return outcome;
+    if (!options.inPlace && !options.diff) {
+        outcome.results = kiv::applyEdits(source.buffer, *changes);
         return outcome;
     }
-    const std::vector<kiv::KDXTextEdit> changes = document.textEdits();
-    if (changes.empty()) return outcome;
+    if (changes->empty()) return outcome;
     if (options.inPlace) {
-        replaceFile(file, source, std::move(document).text());
+        replaceFile(file, source, changed(source.buffer, *changes));
         return outcome;
     }
     outcome.status = Status::findings;
-    appendUnifiedDiff(outcome.results, source.name, source.buffer, changes, settings.outputColor);
+    appendUnifiedDiff(outcome.results, source.name, source.buffer, *changes, settings.outputColor);
     return outcome;
 }
 

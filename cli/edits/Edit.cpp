@@ -221,6 +221,10 @@ Target targetOf(const Change& edit) {
     return edit.target;
 }
 
+Target targetOf(const Edit& edit) {
+    return std::visit([](const auto& change) { return targetOf(change); }, edit.change);
+}
+
 }  // namespace
 
 KDXSteps readObjectPath(const std::string& path) {
@@ -232,9 +236,22 @@ void applyEdit(KDXDocument& document, const Edit& edit) {
     std::visit([&](const auto& change) { apply(document, change); }, edit.change);
 }
 
+std::optional<KDXSteps> commonPath(const std::vector<Edit>& edits) {
+    if (edits.empty()) return std::nullopt;
+    const auto& first = edits.front().change;
+    if (!std::holds_alternative<SetEdit>(first) && !std::holds_alternative<UnsetEdit>(first))
+        return std::nullopt;
+    const KDXSteps path = targetOf(edits.front()).path;
+    const auto isAlike = [&](const Edit& edit) {
+        return edit.change.index() == first.index() &&
+               pathText(targetOf(edit).path) == pathText(path);
+    };
+    return std::all_of(edits.begin(), edits.end(), isAlike) ? std::make_optional(path)
+                                                            : std::nullopt;
+}
+
 Node changedBy(const KDXDocument& document, const Edit& edit) {
-    const Target target =
-        std::visit([](const auto& change) { return targetOf(change); }, edit.change);
+    const Target target = targetOf(edit);
     Nodes nodes = find(document, target);
     if (nodes.empty()) nodes = document.findObjects(target.path);
     return nodes.empty() || nodes.front() == document.root() ? Node::none : nodes.front();

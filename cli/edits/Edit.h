@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "base/Status.h"
 
@@ -67,6 +68,9 @@ kiv::KDXSteps readObjectPath(const std::string& path);
 /// @throws NotThere when there is nothing to change; Trouble or kiv::Error when the edit is
 /// refused. The document is then of no use.
 void applyEdit(kiv::KDXDocument& document, const Edit& edit);
+
+/// The path by which all of the edits set, or all of them remove; nothing for other lists.
+std::optional<kiv::KDXSteps> commonPath(const std::vector<Edit>& edits);
 
 /// What an edit changes, for a message; the object where the parameter is missing, none where that
 /// is missing, too.

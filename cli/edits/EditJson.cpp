@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <set>
 #include <string>
 
 #include "text/ShownText.h"
@@ -13,10 +14,21 @@ namespace {
 
 using Json = nlohmann::json;
 
+/// Of a name that stands twice, a parser would take one of the two unasked.
+Json parseOnce(std::string_view line) {
+    std::set<std::string> names;
+    return Json::parse(line, [&](int depth, Json::parse_event_t event, const Json& parsed) {
+        if (depth != 1 || event != Json::parse_event_t::key) return true;
+        const auto& name = parsed.get_ref<const std::string&>();
+        if (!names.insert(name).second) throw Trouble("the edit has " + shownName(name) + " twice");
+        return true;
+    });
+}
+
 /// One line of the list, whose members are taken one by one.
 class Members {
 public:
-    explicit Members(std::string_view line) : json(Json::parse(line)) {
+    explicit Members(std::string_view line) : json(parseOnce(line)) {
         if (!json.is_object()) throw Trouble("an edit is a JSON object");
     }
 
@@ -109,6 +121,7 @@ RenameEdit renameEdit(const Members& members) {
 MoveEdit moveEdit(const Members& members) {
     members.requireOnly({"move", "name", "into", "first", "before", "after"});
     requireAtMostOne(members, {"into", "before", "after"});
+    requireAtMostOne(members, {"first", "before", "after"});
     const Target target = targetOf(members, "move");
     if (members.has("before"))
         return {target, MoveEdit::Side::before, members.objectPath("before")};

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "Source.h"
 #include "base/Status.h"
@@ -23,6 +22,6 @@ public:
 /// @throws ChangedMeanwhile when the file is no longer as it was read, unless it holds the new
 /// bytes already, as one does that was named twice; Trouble when it cannot be replaced. It is then
 /// as it was, or the text names the safety copy.
-void replaceFile(const std::string& path, const Source& read, std::string_view contents);
+void replaceFile(const std::string& path, const Source& read, const Pieces& contents);
 
 }  // namespace kdx

@@ -59,7 +59,7 @@ void requireNoSafetyCopy(const Target& target) {
 }
 
 /// @return false, with everything as it was, when the file would lose what has to stay.
-bool replaceByRename(const Target& target, const Source& read, std::string_view contents) {
+bool replaceByRename(const Target& target, const Source& read, const Pieces& contents) {
     if (target.status.st_nlink > 1) return false;
     TemporaryFile temporary(target.folder(), contents);
     if (!temporary.takeAttributes(target.opened.number, target.status)) return false;
@@ -69,17 +69,17 @@ bool replaceByRename(const Target& target, const Source& read, std::string_view 
     return true;
 }
 
-void overwrite(int file, std::string_view contents) {
+void overwrite(int file, const Pieces& contents) {
     if (::lseek(file, 0, SEEK_SET) != 0) failReplace("seek");
     writeAll(file, contents);
-    if (::ftruncate(file, static_cast<off_t>(contents.size())) != 0) failReplace("truncate");
+    if (::ftruncate(file, ::lseek(file, 0, SEEK_CUR)) != 0) failReplace("truncate");
     if (::fsync(file) != 0) failReplace("flush");
 }
 
 /// What a file was, beside it while it is written to.
 class SafetyCopy {
 public:
-    SafetyCopy(const Target& target, std::string_view contents) : path(target.safetyCopy()) {
+    SafetyCopy(const Target& target, const Pieces& contents) : path(target.safetyCopy()) {
         TemporaryFile temporary(target.folder(), contents);
         temporary.flush();
         temporary.stayAs(path);
@@ -94,7 +94,7 @@ public:
     bool isNeeded = false;
 };
 
-void restore(int file, std::string_view contents, const Trouble& trouble, SafetyCopy& copy) {
+void restore(int file, const Pieces& contents, const Trouble& trouble, SafetyCopy& copy) {
     try {
         overwrite(file, contents);
         copy.isNeeded = false;
@@ -104,24 +104,24 @@ void restore(int file, std::string_view contents, const Trouble& trouble, Safety
     }
 }
 
-void writeInPlace(const Target& target, const Source& read, std::string_view contents) {
+void writeInPlace(const Target& target, const Source& read, const Pieces& contents) {
     const Descriptor file(::open(target.path.c_str(), O_WRONLY | O_CLOEXEC));
     if (file.number < 0) failReplace("open it for writing");
-    SafetyCopy copy(target, read.buffer);
+    SafetyCopy copy(target, {read.buffer});
     requireAsRead(target, read);
     copy.isNeeded = true;
     try {
         overwrite(file.number, contents);
         copy.isNeeded = false;
     } catch (const Trouble& trouble) {
-        restore(file.number, read.buffer, trouble, copy);
+        restore(file.number, {read.buffer}, trouble, copy);
         throw;
     }
 }
 
 }  // namespace
 
-void replaceFile(const std::string& path, const Source& read, std::string_view contents) {
+void replaceFile(const std::string& path, const Source& read, const Pieces& contents) {
     const Target target(path);
     const HeldSignals held;
     requireNoSafetyCopy(target);

@@ -17,26 +17,32 @@ namespace fs = std::filesystem;
     throw Trouble("cannot be replaced: " + step + ": " + std::system_category().message(error));
 }
 
-void writeFlushed(const fs::path& path, std::string_view contents) {
+bool isWritten(HANDLE file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        constexpr std::size_t kLargest = 1U << 30U;
+        DWORD count = 0;
+        const auto size = static_cast<DWORD>(std::min(bytes.size(), kLargest));
+        if (::WriteFile(file, bytes.data(), size, &count, nullptr) == 0) return false;
+        bytes.remove_prefix(count);
+    }
+    return true;
+}
+
+void writeFlushed(const fs::path& path, const Pieces& contents) {
     const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) failReplace("a new file beside it");
-    bool written = true;
-    while (written && !contents.empty()) {
-        constexpr std::size_t kLargest = 1U << 30U;
-        DWORD count = 0;
-        const auto size = static_cast<DWORD>(std::min(contents.size(), kLargest));
-        written = ::WriteFile(file, contents.data(), size, &count, nullptr) != 0;
-        contents.remove_prefix(count);
-    }
-    written = written && ::FlushFileBuffers(file) != 0;
+    const bool written = std::all_of(contents.begin(), contents.end(), [&](std::string_view bytes) {
+        return isWritten(file, bytes);
+    });
+    const bool flushed = written && ::FlushFileBuffers(file) != 0;
     ::CloseHandle(file);
-    if (!written) failReplace("write");
+    if (!flushed) failReplace("write");
 }
 
 }  // namespace
 
-void replaceFile(const std::string& path, const Source& read, std::string_view contents) {
+void replaceFile(const std::string& path, const Source& read, const Pieces& contents) {
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
     if (error) throw Trouble("cannot be replaced: the file: " + error.message());

@@ -1,12 +1,13 @@
 #include "Source.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <system_error>
-#include <vector>
 
+#include "LargePages.h"
 #include "base/Status.h"
 
 namespace kdx {
@@ -16,6 +17,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kRoomToGrow = 50;  // a part of the size, for edits made in a text's memory
+constexpr std::size_t kStep = std::size_t{256} * 1024;
 constexpr std::size_t kFirstChunk = std::size_t{64} * 1024;
 constexpr std::size_t kLargestOfDevice = std::size_t{16} * 1024 * 1024;
 
@@ -38,9 +40,11 @@ bool isDevice(const std::string& path) {
 std::string readAll(std::FILE* file, std::size_t size, bool fromDevice) {
     std::string buffer;
     buffer.reserve(size + size / kRoomToGrow);
+    preferLargePages(buffer.data(), buffer.capacity());
     std::size_t used = 0;
     do {
-        if (used == buffer.size()) buffer.resize(used == 0 ? size : 2 * used);
+        // In steps, so that what is filled with zeros is in the cache when it is read into.
+        buffer.resize(std::max(used + 1, std::min(buffer.capacity(), used + kStep)));
         errno = 0;
         used += std::fread(buffer.data() + used, 1, buffer.size() - used, file);
         if (fromDevice && used > kLargestOfDevice)
@@ -69,17 +73,25 @@ void readFile(const std::string& path, Source& source) {
                               : readAll(file.get(), size + 1, false);
 }
 
+std::size_t readChunk(std::FILE* file, std::vector<char>& chunk, std::size_t size) {
+    errno = 0;
+    const std::size_t count = std::fread(chunk.data(), 1, std::min(size, chunk.size()), file);
+    if (std::ferror(file) != 0) failRead(errno);
+    return count;
+}
+
 /// Whether a file holds these bytes and no others from where it stands on.
-bool endsWith(std::FILE* file, std::string_view bytes) {
+bool endsWith(std::FILE* file, const Pieces& pieces) {
     std::vector<char> chunk(kFirstChunk);
-    for (;;) {
-        errno = 0;
-        const std::size_t count = std::fread(chunk.data(), 1, chunk.size(), file);
-        if (std::ferror(file) != 0) failRead(errno);
-        if (bytes.substr(0, count) != std::string_view(chunk.data(), count)) return false;
-        bytes.remove_prefix(count);
-        if (count < chunk.size()) return bytes.empty();
+    for (std::string_view bytes : pieces) {
+        while (!bytes.empty()) {
+            const std::size_t count = readChunk(file, chunk, bytes.size());
+            if (count == 0 || bytes.substr(0, count) != std::string_view(chunk.data(), count))
+                return false;
+            bytes.remove_prefix(count);
+        }
     }
+    return readChunk(file, chunk, 1) == 0;
 }
 
 }  // namespace
@@ -114,11 +126,11 @@ Source readSource(const std::string& argument) {
 
 bool isAsRead(const std::string& path, const Source& read) {
     const File file = openFile(path);
-    return stateOf(file.get()) == read.state && endsWith(file.get(), read.buffer) &&
+    return stateOf(file.get()) == read.state && endsWith(file.get(), {read.buffer}) &&
            stateOf(file.get()) == read.state;
 }
 
-bool holds(const std::string& path, std::string_view bytes) {
+bool holds(const std::string& path, const Pieces& bytes) {
     return endsWith(openFile(path).get(), bytes);
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "FileState.h"
 
@@ -22,6 +23,9 @@ struct Source {
     std::string takeText() &&;
 };
 
+/// Bytes in several places, one behind the other.
+using Pieces = std::vector<std::string_view>;
+
 /// What stands for the standard input among file arguments.
 constexpr const char* kStandardInput = "-";
 
@@ -36,6 +40,6 @@ Source readSource(const std::string& argument);
 bool isAsRead(const std::string& path, const Source& read);
 
 /// Whether a file holds these bytes and no others. @throws Trouble when it cannot be read.
-bool holds(const std::string& path, std::string_view bytes);
+bool holds(const std::string& path, const Pieces& bytes);
 
 }  // namespace kdx

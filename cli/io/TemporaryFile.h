@@ -2,8 +2,9 @@
 
 #include <filesystem>
 #include <string>
-#include <string_view>
 #include <system_error>
+
+#include "Source.h"
 
 struct stat;
 
@@ -27,7 +28,7 @@ public:
 };
 
 /// Writes at the place where a file stands. @throws Trouble when that fails.
-void writeAll(int file, std::string_view contents);
+void writeAll(int file, const Pieces& contents);
 
 /// Makes a change in a folder last. Not every file system can; the change stands all the same.
 void flushFolder(const std::filesystem::path& folder);
@@ -37,7 +38,7 @@ void flushFolder(const std::filesystem::path& folder);
 class TemporaryFile {
 public:
     /// Holds these bytes. @throws Trouble when it cannot be made, as do those below.
-    TemporaryFile(const std::filesystem::path& givenFolder, std::string_view contents);
+    TemporaryFile(const std::filesystem::path& givenFolder, const Pieces& contents);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;

@@ -54,12 +54,14 @@ Descriptor::~Descriptor() {
     if (number >= 0) ::close(number);
 }
 
-void writeAll(int file, std::string_view contents) {
-    while (!contents.empty()) {
-        const ssize_t count = ::write(file, contents.data(), contents.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) failReplace("write");
-        contents.remove_prefix(static_cast<std::size_t>(count));
+void writeAll(int file, const Pieces& contents) {
+    for (std::string_view bytes : contents) {
+        while (!bytes.empty()) {
+            const ssize_t count = ::write(file, bytes.data(), bytes.size());
+            if (count < 0 && errno == EINTR) continue;
+            if (count < 0) failReplace("write");
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        }
     }
 }
 
@@ -80,7 +82,7 @@ TemporaryFile::TemporaryFile(const fs::path& givenFolder) : folder(givenFolder) 
     } while (::fstat(descriptor, &status) == 0 && status.st_nlink == 0);
 }
 
-TemporaryFile::TemporaryFile(const fs::path& givenFolder, std::string_view contents)
+TemporaryFile::TemporaryFile(const fs::path& givenFolder, const Pieces& contents)
     : TemporaryFile(givenFolder) {
     writeAll(descriptor, contents);
 }

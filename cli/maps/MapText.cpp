@@ -138,6 +138,19 @@ void printJson(const kiv::StringMapMap& map) {
     printer.print();
 }
 
+bool hasObjectIn(const kiv::StringMapMap& map, const std::string& path) {
+    const std::string inside = path + '/';
+    const auto next = map.lower_bound(inside);
+    return next != map.end() && next->first.compare(0, inside.size(), inside) == 0;
+}
+
+std::vector<std::string> leftOutOfFlat(const kiv::StringMapMap& map) {
+    std::vector<std::string> paths;
+    for (const auto& [path, parameters] : map)
+        if (parameters.empty() && !hasObjectIn(map, path)) paths.push_back(path);
+    return paths;
+}
+
 void printFlat(const kiv::StringMapMap& map) {
     Printer printer;
     for (const auto& [path, parameters] : map) {

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kdx {
 
@@ -14,6 +15,13 @@ void printJson(const kiv::StringMapMap& map);
 
 /// Prints one line "PATH<tab>NAME<tab>VALUE" for each parameter.
 void printFlat(const kiv::StringMapMap& map);
+
+/// Whether the map has an object inside the one with this path.
+bool hasObjectIn(const kiv::StringMapMap& map, const std::string& path);
+
+/// The paths of the objects that flat lines do not show: without a parameter, and without an object
+/// in them.
+std::vector<std::string> leftOutOfFlat(const kiv::StringMapMap& map);
 
 /// Appends the parameters of one object as a JSON object; `margin` goes in front of all lines but
 /// the first.

@@ -45,7 +45,25 @@ KIV_KDX_EXPORT KDXSteps readPath(std::string_view path);
 /// Nothing is escaped: a name that holds a '/' gives a text that reads back as several levels.
 KIV_KDX_EXPORT void appendLevel(std::string& path, std::string_view type, std::string_view name);
 
+/// The part of a text that is needed to find or change by a path: far less to load where the text
+/// is large. It lies in the text and is made of whole statements.
+///
+///     const std::string_view part = kiv::partFor(text, path);
+///     kiv::KDXDocument document{std::string(part)};
+///     document.set(path, "Gain", "20");  // textEdits() count from the beginning of the part
+///
+/// Whatever finds by the path, and any number of calls of set() by it, do in a document of the part
+/// what they do in one of the text; so does a call that removes by the path, and one that adds to
+/// an object that the path leads to. Every object is in it whose path has the same text, or one
+/// with which that begins, also where it is the '/' in a name that makes it so.
+///
+/// Where the path has no steps, or one without a type or a name, it is the whole text. Takes as
+/// long as KDXReader takes for the text.
+KIV_KDX_EXPORT std::string_view partFor(std::string_view text, const KDXSteps& path);
+
 // A null pointer, or 0, is no text: these do not compile.
+template <typename Text, typename = detail::IfNoText<Text>>
+std::string_view partFor(Text, const KDXSteps&) = delete;
 template <typename Path, typename = detail::IfNoText<Path>>
 KDXSteps readPath(Path) = delete;
 template <typename... Texts, typename = detail::IfNoText<Texts...>>

@@ -14,6 +14,9 @@ void refuse(const char* message) {
 
 std::string applyEdits(std::string_view text, const std::vector<KDXTextEdit>& edits) {
     std::string result;
+    std::size_t added = 0;
+    for (const KDXTextEdit& edit : edits) added += edit.replacement.size();
+    result.reserve(text.size() + added);
     std::size_t kept = 0;  // the end of what was taken from the text
     for (const KDXTextEdit& edit : edits) {
         if (edit.offset < kept) refuse("The edits overlap or are out of order.");

@@ -9,9 +9,7 @@ namespace {
 
 using Part = KDXReader::Part;
 
-// So many siblings on either side are looked at, and statements of so many bytes, so that the cost
-// of an edit does not grow with what is around it.
-constexpr int kLookAround = 8;
+// Statements of so many bytes are looked at, for the same reason as so many siblings.
 constexpr std::size_t kLongestSample = 1000;
 
 bool hasOnly(std::string_view text, std::string_view characters) {

@@ -26,6 +26,7 @@ class Diff(KdxTest):
             ("- -", "", 2, "kdx: the standard input (-) can be read only once\n"),
             ("f", "", 2, "kdx: diff takes two files, or two folders\n"),
             ("f .", "", 2, "kdx: a file cannot be compared with a folder\n"),
+            ("f/missing .", "", 2, "kdx: there is no file or folder f/missing\n"),
             ("--git f g", "", 2,
              "kdx: --git is for git: it takes the arguments of a diff driver\n"),
             ("a b", "     /S:s\n-  3   x = 1\n+  8   > stop\n+  9   x = 2\n", 1),
@@ -63,6 +64,7 @@ class Diff(KdxTest):
         self.expect("diff a b", "", "only in b: 0.kdx\n--- a/s/y.kdx\n+++ b/s/y.kdx\n- 2 /S:s\n"
                     "- 3   x = 1\n- 4   y = 1\n- 5   > go\n- 7 /T\n--- a/x.kdx\n+++ b/x.kdx\n"
                     "    /S:s\n- 3   x = 1\n+ 3   x = 2\nonly in a: z.kdx\n", 1)
+        self.expect("diff --exclude [xz].kdx --exclude s/ a b", "", "only in b: 0.kdx\n", 1)
         _, output, _ = self.run_kdx("diff --json a b")
         self.assertIn('{"file":"0.kdx","change":"added"}\n{"file":"s/y.kdx","change":"removed",'
                       '"path":"/S:s","beforeLine":2}\n', output)

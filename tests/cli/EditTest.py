@@ -128,6 +128,8 @@ BAD_EDITS = [
         ('{"set": "/A", "name": 1, "value": ""}', '"name" has to be a text'),
         ('{"set": "/A", "name": "x", "value": "", "first": 1}', '"first" has to be true or false'),
         ('{"set": "/A", "name": "x", "value": "", "before": "", "after": ""}', "the edit names mo"),
+        ('{"move": "/A", "before": "/B", "first": true}', "the edit names more than one place"),
+        ('{"unset": "/A", "unset": "/B"}', "the edit has unset twice"),
         ('{"unset": ""}', "the empty path names no object"),
         ('{"unset": [["A"]]}', "a step of a path is a pair of texts: [TYPE, NAME]"),
         ('{"unset": "/A", "nmae": "x"}', "the edit has no use for nmae"),

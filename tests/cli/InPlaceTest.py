@@ -7,6 +7,7 @@ Ends a run at few moments; where KIV_THOROUGH is set, at two hundred.
 import fcntl
 import os
 import random
+import resource
 import signal
 import struct
 import subprocess
@@ -163,6 +164,14 @@ class InPlace(KdxTest):
         self.write({"d/100.kdx": old})
         self.assertEqual(self.run_kdx("fmt -i d")[0], 0)
         self.assertEqual([n for n in os.listdir(self.folder / "d") if n.startswith(".")], [])
+
+    def test_signal_of_a_limit(self):
+        self.write({"file": 1000 * UGLY})
+        done = subprocess.run([*KDX, "fmt", "-i", "file"], cwd=self.folder, capture_output=True,
+                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE,
+                                                                    (4096, 4096)))
+        self.assertEqual(done.returncode, -signal.SIGXFSZ)
+        self.assertEqual((os.listdir(self.folder), self.read("file")), (["file"], 1000 * UGLY))
 
     def test_ignored_signals_stay_ignored(self):
         self.write({f"d/{i}.kdx": UGLY for i in range(300)})

@@ -21,7 +21,8 @@ class Results(KdxTest):
             '{"kind":"action","line":7,"column":1,"depth":0,"text":">d","source":">d\\n"}\n']
         self.write({"odd": "A: # c\nq = C:\\dir\\ # c\n p = 1\n # d\n B:\n > a \\ \n b\n END\n"
                     "END\n",
-                    "back": "A: C:\\ #\nB: \\ #\nx = 1\nEND\nEND\n", "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n",
+                    "back": "A: C:\\ #\nB: \\ #\nx = 1\nEND\nEND\n", "slash": "A: x/y\nz = 2\nC:\nw = 3\nEND\nEND\n", "f": NESTED, "open": "A:\nB: b\nx = 1\n", "bad": "END\n", "empty": "",
+                    "none": "A:\nB:\nEND\nEND\nC:\nEND\n",
                     "acts": ">a # c\n> b\\\n c\nA:\n x = 1\nEND\n>d\n",
                     "x1": "A:\nx=1\nEND\n", "x2": "A:\nx=2\ny=2\nEND\nB:\nz=3\nEND\n"})
         slash = ("slash:1:5: warning: the '/' in the name makes the path /A:x/y read as that of an "
@@ -89,6 +90,10 @@ class Results(KdxTest):
             ("map --flat slash", "/A:x/y\tz\t2\n/A:x/y/C\tw\t3\n", 0, slash),
             ("map --flat bad x1", "/A\tx\t1\n", 2, problem),
             ("map bad", "", 2, problem),
+            ("map --flat none", "", 0, "kdx: warning: flat lines leave out objects without a "
+             "parameter: 2, the first is /A/B\n"),
+            ("write empty", "", 2, "empty: error: is empty: not even a map without objects, which "
+             "is {}\n"),
         ]:
             self.expect(arguments, "", output, *failure)
 

@@ -294,6 +294,21 @@ TEST(KDXDocument, findsByPathAndPattern) {
     EXPECT_EQ(path, "/A:a/B/C/D:x/y");
 }
 
+TEST(KDXDocument, needsFewObjectsToChangeByAPath) {
+    std::string text;
+    for (char name = 'a'; name <= 'z'; ++name) text += std::string("A: ") + name + "\nEND\n";
+    const auto namesIn = [&](const char* path) {
+        std::string names;
+        const KDXDocument part{std::string(kiv::partFor(text, readPath(path)))};
+        for (const Node node : part.findObjects(readPath("/*"))) names += part.second(node);
+        return names;
+    };
+    EXPECT_EQ(namesIn("/A:m"), "efghijklmnopqrstu");
+    EXPECT_EQ(namesIn("/A:b/C"), "abcdefghij");
+    EXPECT_EQ(namesIn("/A:none"), "rstuvwxyz");
+    EXPECT_EQ(namesIn("/A:*").size(), 26U);
+}
+
 TEST(KDXDocument, tellsWhatWasChangedInRuns) {
     KDXDocument document("\xEF\xBB\xBFx=1\ny=2\nz=3\nw=4\n");
     document.setValue(at(document, "x"), "5");

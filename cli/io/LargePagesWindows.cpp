@@ -1,0 +1,7 @@
+#include "LargePages.h"
+
+namespace kdx {
+
+void preferLargePages(void* /*memory*/, std::size_t /*size*/) {}
+
+}  // namespace kdx
