@@ -4,13 +4,17 @@
 
 #include <charconv>
 #include <filesystem>
+#include <map>
 #include <memory>
+#include <mutex>
 #include <string_view>
 
 #include "base/Status.h"
 
 namespace kdx {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::size_t kWidest = 64;
 
@@ -40,12 +44,34 @@ std::optional<std::size_t> widthIn(std::string_view value) {
     return width;
 }
 
+/// Whether a folder or one above it has settings.
+bool findsSettings(fs::path folder) {
+    std::error_code unknown;
+    while (!fs::exists(folder / ".editorconfig", unknown)) {
+        if (!folder.has_relative_path()) return false;
+        folder = folder.parent_path();
+    }
+    return true;
+}
+
+/// The same, looked up once for each folder: where there are none, as is usual, looking for them at
+/// each file would take a quarter of the time that a small one takes.
+bool haveSettings(const fs::path& folder) {
+    static std::mutex mutex;
+    static std::map<std::string, bool> known;
+    const std::lock_guard lock(mutex);
+    const auto found = known.find(folder.string());
+    if (found != known.end()) return found->second;
+    return known.emplace(folder.string(), findsSettings(folder)).first->second;
+}
+
 }  // namespace
 
 std::optional<std::size_t> configuredIndent(const std::string& path) {
+    const fs::path whole = fs::absolute(path).lexically_normal();
+    if (!haveSettings(whole.parent_path())) return std::nullopt;
     const Handle handle(editorconfig_handle_init());
-    const std::string whole = std::filesystem::absolute(path).lexically_normal().string();
-    const int failure = editorconfig_parse(whole.c_str(), handle.get());
+    const int failure = editorconfig_parse(whole.string().c_str(), handle.get());
     if (failure > 0) {
         const std::string file = editorconfig_handle_get_err_file(handle.get());
         throw Trouble("cannot be laid out: line " + std::to_string(failure) + " of " + file +

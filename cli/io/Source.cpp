@@ -60,17 +60,26 @@ File openFile(const std::string& path) {
     errno = 0;
     File file(std::fopen(path.c_str(), "rb"));
     if (!file) failRead(errno);
+    (void)std::setvbuf(file.get(), nullptr, _IONBF, 0);  // it is read into a buffer as it is
     return file;
 }
 
-void readFile(const std::string& path, Source& source) {
-    std::error_code error;
-    if (fs::is_directory(path, error)) throw Trouble("is a directory, not a file");
-    const File file = openFile(path);
-    source.state = stateOf(file.get());
+void readOpened(std::FILE* file, const std::string& path, Source& source) {
+    source.state = stateOf(file);
     const auto size = static_cast<std::size_t>(source.state.size);
-    source.buffer = size == 0 ? readAll(file.get(), kFirstChunk, isDevice(path))
-                              : readAll(file.get(), size + 1, false);
+    source.buffer =
+        size == 0 ? readAll(file, kFirstChunk, isDevice(path)) : readAll(file, size + 1, false);
+}
+
+/// Whether it is a directory is asked of what cannot be read, not of every file.
+void readFile(const std::string& path, Source& source) {
+    try {
+        readOpened(openFile(path).get(), path, source);
+    } catch (const Trouble&) {
+        std::error_code unknown;
+        if (fs::is_directory(path, unknown)) throw Trouble("is a directory, not a file");
+        throw;
+    }
 }
 
 std::size_t readChunk(std::FILE* file, std::vector<char>& chunk, std::size_t size) {

@@ -15,11 +15,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Whether an entry is to be read. When that cannot be told, reading it says why.
+/// Whether an entry, which is no link, is to be read. When that cannot be told, reading it says
+/// why. Unlike entry.status(), it asks the system only where the folder does not tell the type.
 bool isFile(const fs::directory_entry& entry) {
     std::error_code unknown;
-    const fs::file_type type = entry.status(unknown).type();
-    return type == fs::file_type::regular || type == fs::file_type::none;
+    return entry.is_regular_file(unknown) || unknown;
 }
 
 bool isHidden(const fs::path& path) {

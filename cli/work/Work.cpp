@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
+#include <functional>
 #include <mutex>
 #include <new>
 #include <optional>
@@ -24,7 +26,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kQuietTime = 1s;        // before the first progress line
 constexpr auto kProgressTime = 200ms;  // between two
-constexpr std::size_t kAhead = 16;     // outcomes that may wait for an earlier one, per thread
+constexpr std::size_t kAhead = 16;     // files begun before an earlier one is finished, per job
 
 Outcome failed(const std::string& file, std::string_view why, const Settings& settings) {
     Outcome outcome;
@@ -56,70 +58,99 @@ std::thread startThread(const Function& function) {
     }
 }
 
-/// The outcomes of the files, taken in order. Of several jobs, each has a thread, as far as there
-/// is room for threads; a single one needs none, and its memory comes cheaper on the program's own.
+/// Takes a file's outcome further.
+using Finish = std::function<void(const Outcome& outcome, std::size_t index)>;
+
+/// Works on files on several threads, of which the calling one is the first: the others are as many
+/// as there are jobs, as far as there is room for threads. The thread that has worked on the file
+/// whose turn it is finishes it, and those that waited for it: waking another one for that would
+/// cost more than most files.
 class WorkerPool {
 public:
     WorkerPool(const std::vector<std::string>& allFiles, const Settings& givenSettings,
-               const Work& givenWork)
-        : files(allFiles), settings(givenSettings), work(givenWork), outcomes(files.size()) {
+               const Work& givenWork, const Finish& givenFinish)
+        : files(allFiles),
+          settings(givenSettings),
+          work(givenWork),
+          finish(givenFinish),
+          outcomes(files.size()) {}
+
+    /// Works on all files, and finishes them one after the other, in their order.
+    /// @throws what finishing one throws; those behind it are then left alone.
+    void run() {
+        startThreads();
+        workOnFiles();
+        for (std::thread& thread : threads) thread.join();
+        if (failure) std::rethrow_exception(failure);
+    }
+
+private:
+    void startThreads() {
         const std::size_t count = std::min(settings.jobs, files.size());
         threads.reserve(count);
-        while (count > 1 && threads.size() < count) {
-            std::thread thread = startThread([this] { run(); });
-            if (!thread.joinable()) break;
+        while (threads.size() + 1 < count) {
+            std::thread thread = startThread([this] { workOnFiles(); });
+            if (!thread.joinable()) return;
             threads.push_back(std::move(thread));
         }
     }
 
-    ~WorkerPool() {
-        {
-            const std::lock_guard lock(mutex);
-            begun = files.size();
-            taken = files.size();
-        }
-        changed.notify_all();
-        for (std::thread& thread : threads) thread.join();
-    }
-
-    WorkerPool(const WorkerPool&) = delete;
-    WorkerPool& operator=(const WorkerPool&) = delete;
-
-    /// The outcome of the next file.
-    Outcome take() {
-        if (threads.empty()) {
-            const std::size_t index = taken++;
-            return guarded(work, files[index], index, settings);
-        }
-        std::unique_lock lock(mutex);
-        changed.wait(lock, [this] { return outcomes[taken].has_value(); });
-        Outcome outcome = *std::exchange(outcomes[taken++], std::nullopt);
-        if (begun + 1 == taken + kAhead) changed.notify_all();  // the threads were that far ahead
-        return outcome;
-    }
-
-private:
-    void run() {
+    void workOnFiles() {
         std::unique_lock lock(mutex);
         for (;;) {
-            changed.wait(lock, [this] { return begun < taken + kAhead || begun >= files.size(); });
-            if (begun >= files.size()) return;
+            changed.wait(lock, [this] { return isOver() || begun < finished + mayWait; });
+            if (isOver()) return;
             const std::size_t index = begun++;
             lock.unlock();
             Outcome outcome = guarded(work, files[index], index, settings);
             lock.lock();
             outcomes[index] = std::move(outcome);
-            if (index == taken) changed.notify_all();  // the only one that is waited for
+            if (!finishing) finishFiles(lock);
         }
+    }
+
+    bool isOver() const { return begun >= files.size(); }
+
+    /// Finishes the files whose turn it is, unlocked meanwhile.
+    void finishFiles(std::unique_lock<std::mutex>& lock) {
+        finishing = true;
+        while (finished < files.size() && outcomes[finished] && !failure) {
+            const Outcome outcome = *std::exchange(outcomes[finished], std::nullopt);
+            lock.unlock();
+            const std::exception_ptr thrown = finishFile(outcome, finished);
+            lock.lock();
+            ++finished;
+            if (thrown) stop(thrown);
+        }
+        finishing = false;
+        changed.notify_all();  // of the threads that were too far ahead
+    }
+
+    std::exception_ptr finishFile(const Outcome& outcome, std::size_t index) {
+        try {
+            finish(outcome, index);
+            return nullptr;
+        } catch (...) {
+            return std::current_exception();
+        }
+    }
+
+    void stop(const std::exception_ptr& why) {
+        failure = why;
+        begun = files.size();
     }
 
     const std::vector<std::string>& files;
     const Settings& settings;
     const Work& work;
+    const Finish& finish;
+    const std::size_t mayWait = kAhead * settings.jobs;
     std::mutex mutex;
     std::condition_variable changed;
     std::size_t begun = 0;
-    std::size_t taken = 0;
+    std::size_t finished = 0;
+    bool finishing = false;  // by some thread
+    std::exception_ptr failure;
     std::vector<std::optional<Outcome>> outcomes;
     std::vector<std::thread> threads;
 };
@@ -194,14 +225,13 @@ Status workOnFiles(const FileList& list, const Settings& settings, const Work& w
                    const Then& then) {
     writeError(list.diagnostics);
     Status status = list.status;
-    WorkerPool workers(list.files, settings, work);
     Progress progress(list.files);
-    for (std::size_t index = 0; index < list.files.size(); ++index) {
-        const Outcome outcome = workers.take();
+    const Finish finish = [&](const Outcome& outcome, std::size_t index) {
         progress.finishFile(outcome);
         if (then) then(index);
         status = worse(status, outcome.status);
-    }
+    };
+    WorkerPool(list.files, settings, work, finish).run();
     return status;
 }
 

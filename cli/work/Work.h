@@ -24,7 +24,7 @@ struct Outcome {
 /// Trouble that it throws becomes a diagnostic about this file.
 using Work = std::function<Outcome(const std::string& file, std::size_t index)>;
 
-/// Takes the file's result further, one file after the other, in their order.
+/// Takes the file's result further, one file after the other, in their order, on whatever thread.
 using Then = std::function<void(std::size_t index)>;
 
 /// Works on all files, several at a time, and writes what each has to say in the order of the
