@@ -121,7 +121,9 @@ void put(Map& map, const StatementBatch::Statement& statement) {
     if (statement.kind == MiniKDXParser::lineEnd) map.endObject();
 }
 
+/// A key pressed to interrupt the program is heeded between two batches.
 bool readBatch(StatementBatch& batch, kiv::KDXReader& reader) {
+    if (PyErr_CheckSignals() != 0) throw py::error_already_set();
     const py::gil_scoped_release released;
     return batch.read(reader);
 }
