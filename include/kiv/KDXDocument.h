@@ -45,9 +45,21 @@ KIV_KDX_EXPORT KDXSteps readPath(std::string_view path);
 /// Nothing is escaped: a name that holds a '/' gives a text that reads back as several levels.
 KIV_KDX_EXPORT void appendLevel(std::string& path, std::string_view type, std::string_view name);
 
+/// The value of a parameter as it must be written behind "NAME = ": as it is, or with a '#' behind
+/// a backslash at its end, which would continue the line. For the writers, which write what they
+/// get:
+///
+///     map["/Sample:s1"]["Folder"] = writtenValue("Folder", "C:\\data\\");  // C:\data\ #
+///
+/// @throws kiv::data::invalid for a name or a value that KDX cannot carry, as
+/// KDXDocument::addParameter() does.
+KIV_KDX_EXPORT std::string writtenValue(std::string_view name, std::string_view value);
+
 // A null pointer, or 0, is no text: these do not compile.
 template <typename Path, typename = detail::IfNoText<Path>>
 KDXSteps readPath(Path) = delete;
+template <typename... Texts, typename = detail::IfNoText<Texts...>>
+std::string writtenValue(Texts...) = delete;
 template <typename... Texts, typename = detail::IfNoText<Texts...>>
 void appendLevel(std::string&, Texts...) = delete;
 

@@ -110,15 +110,12 @@ def _check_place(key: str, value: Object, open_ids: set[int]) -> None:
         raise KDXEncodeError(f"{key!r} would read back as {step!r}")
 
 
-def _written(value: str) -> str:
-    """A backslash at the end would continue the line: behind it stands an empty comment."""
-    return value + " #" if value.endswith("\\") else value
-
-
 def _line(kind: str, first: str, second: str) -> str:
     if kind == "object":
         return f"{first}: {second}\n"
-    return f"{first} = {_written(second)}\n" if kind == "parameter" else "END\n"
+    if kind == "parameter":
+        return f"{first} = {_core.written_value(first, second)}\n"
+    return "END\n"
 
 
 def _text_of(tree: Object) -> str:
