@@ -43,7 +43,7 @@ private:
 /// What `dict` has under `key`; `value` is put there if there is nothing.
 py::handle setDefault(py::handle dict, py::handle key, py::handle value) {
     PyObject* const found = PyDict_SetDefault(dict.ptr(), key.ptr(), value.ptr());
-    if (found == nullptr) throw py::error_already_set();
+    if (found == nullptr) throw ErrorIsSet();
     return found;
 }
 
@@ -123,7 +123,7 @@ void put(Map& map, const StatementBatch::Statement& statement) {
 
 /// A key pressed to interrupt the program is heeded between two batches.
 bool readBatch(StatementBatch& batch, kiv::KDXReader& reader) {
-    if (PyErr_CheckSignals() != 0) throw py::error_already_set();
+    if (PyErr_CheckSignals() != 0) throw ErrorIsSet();
     const py::gil_scoped_release released;
     return batch.read(reader);
 }

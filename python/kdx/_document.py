@@ -7,6 +7,7 @@ from functools import cached_property
 from typing import Any
 
 from . import _core, _html
+from ._errors import KDXInvalidError
 from ._statements import iter_events
 from ._texts import Problem, Text, check
 
@@ -116,9 +117,7 @@ class Document(MutableMapping[str, "Section"]):
     def _try(self, path: str, parameters: dict[str, str]) -> None:
         """Raises what setting the parameters would raise, halfway; and changes nothing."""
         document = _core.Document("")
-        node = document.root()
-        for type, name in () if path in self else _core.path_steps(path):
-            node = document.add_object(node, type, name)
+        node = document.root() if path in self else _made(document, path)
         for name, value in parameters.items():
             document.add_parameter(node, name, value)
 
@@ -133,6 +132,17 @@ class Document(MutableMapping[str, "Section"]):
                 self._objects.setdefault(reached, []).extend(nodes)
             parent = nodes[0]
         return Section(self, reached)
+
+
+def _made(document: _core.Document, path: str) -> int:
+    """The node of an object that is made in an empty document."""
+    node, reached = document.root(), ""
+    for type, name in _core.path_steps(path):
+        node = document.add_object(node, type, name)
+        reached = _core.join_path(reached, type, name)
+    if not path or reached != path:
+        raise KDXInvalidError(f"{path}: no text has an object with this path.")
+    return node
 
 
 class Section(MutableMapping[str, str]):

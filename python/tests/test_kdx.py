@@ -213,7 +213,8 @@ class TestDocument:
 
     def test_refusals_change_nothing(self):
         document = kdx.Document(TEXT)
-        for path, value in (("/New:n\n", "1"), ("/New/In\n", "1"), ("/Sample:s1/Channel:A", "\n")):
+        paths = ("/New:n\n", "/New/In\n", "New", "/New:New", "")
+        for path, value in (*((path, "1") for path in paths), ("/Sample:s1/Channel:A", "\n")):
             with pytest.raises(kdx.KDXInvalidError):
                 document[path] = {"New": "1", "Gain": value}
         assert document.text == TEXT and "/New" not in document
