@@ -121,6 +121,7 @@ static_assert(takesText([](auto s) -> decltype(kiv::findNoUtf8(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::visibleText(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::readPath(s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::partFor(s, {})) {}));
+static_assert(takesText([](auto s) -> decltype(kiv::writtenValue(s, s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::appendLevel(std::declval<std::string&>(), s,
                                                                 s)) {}));
 static_assert(takesText([](auto s) -> decltype(kiv::MiniKDXParser::determineLineType(s)) {}));

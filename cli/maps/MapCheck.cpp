@@ -24,34 +24,21 @@ bool readsBack(const std::string& line, MiniKDXParser::lineType type, const std:
            reader.first() == first && reader.second() == second;
 }
 
-bool carries(const std::string& name, const std::string& written, const std::string& value) {
-    return readsBack(name + " = " + written, MiniKDXParser::lineParameter, name, value);
-}
-
-/// What a document says against adding something; empty when it takes it.
-template <typename Add>
-std::string refusalOf(Add add) {
+/// What the library says against doing something; empty when it did.
+template <typename Attempt>
+std::string refusalOf(Attempt attempt) {
     try {
-        KDXDocument document;
-        add(document, KDXDocument::lastIn(document.root()));
+        attempt();
     } catch (const kiv::data::invalid& refusal) {
         return refusal.message();
     }
     return {};
 }
 
-/// Makes a value one that the text can carry: behind a final backslash a '#' keeps the line from
-/// being continued.
+/// Makes a value one that the text can carry.
 /// @return why that cannot be done; empty when it could.
 std::string protect(const std::string& name, std::string& value) {
-    if (carries(name, value, value)) return {};
-    const std::string commented = value + " #";
-    if (!carries(name, commented, value))
-        return refusalOf([&](KDXDocument& document, KDXDocument::Where where) {
-            document.addParameter(where, name, value);
-        });
-    value = commented;
-    return {};
+    return refusalOf([&] { value = kiv::writtenValue(name, value); });
 }
 
 /// Why the text cannot carry an object with this path; empty when it can.
@@ -62,9 +49,9 @@ std::string reasonAgainst(const std::string& pathText) {
         const std::string name = path.getName(i) == type ? std::string() : path.getName(i);
         if (readsBack(type + ": " + name, MiniKDXParser::lineObject, type, name)) continue;
         const std::string what = '\'' + shown(name.empty() ? type : type + ": " + name) + "': ";
-        const std::string refusal = refusalOf([&](KDXDocument& document, KDXDocument::Where where) {
-            document.addObject(where, type, name);
-        });
+        KDXDocument document;
+        const auto where = KDXDocument::lastIn(document.root());
+        const std::string refusal = refusalOf([&] { document.addObject(where, type, name); });
         return what +
                (refusal.empty() ? "the backslash at the end would continue the line" : refusal);
     }

@@ -61,11 +61,23 @@ KIV_KDX_EXPORT void appendLevel(std::string& path, std::string_view type, std::s
 /// long as KDXReader takes for the text.
 KIV_KDX_EXPORT std::string_view partFor(std::string_view text, const KDXSteps& path);
 
+/// The value of a parameter as it must be written behind "NAME = ": as it is, or with a '#' behind
+/// a backslash at its end, which would continue the line. For the writers, which write what they
+/// get:
+///
+///     map["/Sample:s1"]["Folder"] = writtenValue("Folder", "C:\\data\\");  // C:\data\ #
+///
+/// @throws kiv::data::invalid for a name or a value that KDX cannot carry, as
+/// KDXDocument::addParameter() does.
+KIV_KDX_EXPORT std::string writtenValue(std::string_view name, std::string_view value);
+
 // A null pointer, or 0, is no text: these do not compile.
 template <typename Text, typename = detail::IfNoText<Text>>
 std::string_view partFor(Text, const KDXSteps&) = delete;
 template <typename Path, typename = detail::IfNoText<Path>>
 KDXSteps readPath(Path) = delete;
+template <typename... Texts, typename = detail::IfNoText<Texts...>>
+std::string writtenValue(Texts...) = delete;
 template <typename... Texts, typename = detail::IfNoText<Texts...>>
 void appendLevel(std::string&, Texts...) = delete;
 

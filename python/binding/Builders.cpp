@@ -65,7 +65,8 @@ void addDocumentBuilder(py::module_& module) {
              })
         .def("add_action",
              [](KDXBuilder& builder, const ActionBuilder& action) { builder.addAction(action); })
-        .def("text", [](const KDXBuilder& builder) { return stringOf(builder.getKDX()); });
+        .def("text", [](const KDXBuilder& builder) { return stringOf(builder.getKDX()); })
+        .def("__reduce__", &refusePickling);
 }
 
 void addActionBuilder(py::module_& module) {
@@ -77,7 +78,8 @@ void addActionBuilder(py::module_& module) {
              })
         .def("add_param", [](ActionBuilder& builder,
                              const py::object& value) { builder.addParam(bytesOf(value)); })
-        .def("text", [](const ActionBuilder& builder) { return stringOf(builder.getKDX()); });
+        .def("text", [](const ActionBuilder& builder) { return stringOf(builder.getKDX()); })
+        .def("__reduce__", &refusePickling);
 }
 
 }  // namespace

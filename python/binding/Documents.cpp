@@ -34,13 +34,10 @@ KDXDocument load(const py::object& given) {
     return KDXDocument(std::move(copy));
 }
 
+/// It keeps the GIL, so that no other thread changes the document meanwhile: the bytes are copied,
+/// and nothing is read.
 py::bytes textOf(const KDXDocument& document) {
-    std::string text;
-    {
-        const py::gil_scoped_release released;
-        text = document.text();
-    }
-    return text;
+    return document.text();
 }
 
 /// The objects as (path, node), in the order of the text.
@@ -143,7 +140,8 @@ void addDocuments(py::module_& module) {
              })
         .def("add_object", &addObject)
         .def("add_parameter", &addParameter)
-        .def("remove", [](KDXDocument& document, Number node) { document.remove(nodeOf(node)); });
+        .def("remove", [](KDXDocument& document, Number node) { document.remove(nodeOf(node)); })
+        .def("__reduce__", &refusePickling);
     module.def("path_steps", stepsOf);
     module.def("join_path", join);
 }

@@ -21,6 +21,8 @@ void setError(const char* name, const Arguments&... arguments) {
 void translate(std::exception_ptr failure) {
     try {
         if (failure) std::rethrow_exception(std::move(failure));
+    } catch (const ErrorIsSet&) {
+        return;
     } catch (const kiv::data::error& refusal) {
         setError("KDXInvalidError", stringOf(refusal.message()));
     } catch (const kiv::Error& misuse) {
@@ -37,12 +39,12 @@ void translateFailures() {
 void throwDecodeError(py::handle given, const Text& text, const kiv::KDXCheck::Problem& problem) {
     setError("KDXDecodeError", stringOf(problem.message), given,
              text.length(0, problem.begin.offset), problem.begin.line, text.column(problem.begin));
-    throw py::error_already_set();
+    throw ErrorIsSet();
 }
 
 void throwEncodeError(const std::string& message) {
     setError("KDXEncodeError", stringOf(message));
-    throw py::error_already_set();
+    throw ErrorIsSet();
 }
 
 }  // namespace kdx

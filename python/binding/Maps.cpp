@@ -43,7 +43,7 @@ private:
 /// What `dict` has under `key`; `value` is put there if there is nothing.
 py::handle setDefault(py::handle dict, py::handle key, py::handle value) {
     PyObject* const found = PyDict_SetDefault(dict.ptr(), key.ptr(), value.ptr());
-    if (found == nullptr) throw py::error_already_set();
+    if (found == nullptr) throw ErrorIsSet();
     return found;
 }
 
@@ -121,7 +121,9 @@ void put(Map& map, const StatementBatch::Statement& statement) {
     if (statement.kind == MiniKDXParser::lineEnd) map.endObject();
 }
 
+/// A key pressed to interrupt the program is heeded between two batches.
 bool readBatch(StatementBatch& batch, kiv::KDXReader& reader) {
+    if (PyErr_CheckSignals() != 0) throw ErrorIsSet();
     const py::gil_scoped_release released;
     return batch.read(reader);
 }
@@ -150,35 +152,27 @@ StringMapMap mapOf(const py::object& given) {
     return map;
 }
 
-/// The values as they must be written: a backslash at the end would continue the line.
-StringMapMap written(StringMapMap map) {
-    for (auto& entry : map)
-        for (auto& [name, value] : entry.second)
-            if (!value.empty() && value.back() == '\\') value += " #";
-    return map;
-}
-
-/// Why a text cannot carry a parameter.
-std::string reason(const std::string& name, const std::string& value) {
-    try {
-        kiv::KDXDocument document;
-        document.addParameter(kiv::KDXDocument::lastIn(document.root()), name, value);
-    } catch (const kiv::data::invalid& refusal) {
-        return refusal.message();
+/// Makes the values what must be written for them.
+/// @return why that cannot be done; nothing when it could.
+std::optional<std::string> protect(StringMapMap& map) {
+    for (auto& [path, parameters] : map) {
+        for (auto& [name, value] : parameters) {
+            try {
+                value = kiv::writtenValue(name, value);
+            } catch (const kiv::data::invalid& refusal) {
+                return path + ", " + name + ": " + refusal.message();
+            }
+        }
     }
-    return "it would read back as something else";
+    return std::nullopt;
 }
 
-/// What is lost of `map` when `read` is what was read back; nothing when all is there.
+/// Which object of `map` is lost when `read` is what was read back; nothing when all are there.
 std::optional<std::string> lossOf(const StringMapMap& map, const StringMapMap& read) {
     for (const auto& [path, parameters] : map) {
         const auto found = read.find(path);
-        if (found == read.end()) return path + ": no text has an object with this path";
-        for (const auto& [name, value] : parameters) {
-            const auto same = found->second.find(name);
-            if (same == found->second.end() || same->second != value)
-                return path + ", " + name + ": " + reason(name, value);
-        }
+        if (found == read.end() || found->second != parameters)
+            return path + ": no text has an object with this path";
     }
     return std::nullopt;
 }
@@ -196,17 +190,35 @@ StringMapMap readBack(const std::string& text) {
     return map;
 }
 
+/// Appends the text of a map.
+/// @return why no text can carry it; nothing when one can.
+std::optional<std::string> write(const StringMapMap& map,
+                                 const kiv::StringMapMapToKDX::Format& format, std::string& text) {
+    StringMapMap written = map;
+    const std::optional<std::string> refusal = protect(written);
+    if (refusal) return refusal;
+    kiv::StringMapMapToKDX::convert(written, text, format);
+    return lossOf(map, readBack(text));
+}
+
 py::str dump(const py::object& given, std::int32_t indent, bool spaced, bool endComments) {
     const StringMapMap map = mapOf(given);
     std::string text;
     std::optional<std::string> loss;
     {
         const py::gil_scoped_release released;
-        kiv::StringMapMapToKDX::convert(written(map), text, {indent, spaced, endComments});
-        loss = lossOf(map, readBack(text));
+        loss = write(map, {indent, spaced, endComments}, text);
     }
     if (loss) throwEncodeError(*loss);
     return stringOf(text);
+}
+
+py::str writtenValue(const py::object& name, const py::object& value) {
+    try {
+        return stringOf(kiv::writtenValue(Text(name).view(), Text(value).view()));
+    } catch (const kiv::data::invalid& refusal) {
+        throwEncodeError(std::string(Text(name).view()) + ": " + refusal.message());
+    }
 }
 
 }  // namespace
@@ -216,6 +228,7 @@ void addMaps(py::module_& module) {
     module.def("load_nested", load<NestedMap>, py::arg("text"));
     module.def("dump_flat", dump, py::arg("map"), py::arg("indent"), py::arg("spaced"),
                py::arg("end_comments"));
+    module.def("written_value", writtenValue);
 }
 
 }  // namespace kdx

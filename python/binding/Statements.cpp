@@ -35,7 +35,8 @@ void addStatements(py::module_& module) {
     py::class_<StatementIterator>(module, "StatementIterator")
         .def(py::init<const py::object&>(), py::arg("text"))
         .def("__iter__", [](py::object self) { return self; })
-        .def("__next__", &StatementIterator::next);
+        .def("__next__", &StatementIterator::next)
+        .def("__reduce__", &refusePickling);
 }
 
 }  // namespace kdx

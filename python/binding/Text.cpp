@@ -6,7 +6,7 @@ namespace {
 constexpr const char* kEscape = "surrogateescape";
 
 py::object owned(PyObject* made) {
-    if (made == nullptr) throw py::error_already_set();
+    if (made == nullptr) throw ErrorIsSet();
     return py::reinterpret_steal<py::object>(made);
 }
 
@@ -49,8 +49,7 @@ void Text::takeString(py::handle given) {
 
 void Text::takeBuffer(py::handle given) {
     auto wanted = std::make_unique<Py_buffer>();
-    if (PyObject_GetBuffer(given.ptr(), wanted.get(), PyBUF_SIMPLE) != 0)
-        throw py::error_already_set();
+    if (PyObject_GetBuffer(given.ptr(), wanted.get(), PyBUF_SIMPLE) != 0) throw ErrorIsSet();
     buffer.reset(wanted.release());
     bytes = {static_cast<const char*>(buffer->buf), static_cast<std::size_t>(buffer->len)};
     if (buffer->readonly != 0) return;

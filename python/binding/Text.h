@@ -13,6 +13,10 @@ namespace kdx {
 
 namespace py = pybind11;
 
+/// A Python error that has been set. py::error_already_set takes the GIL of the main interpreter
+/// when it goes: in another interpreter, that would wait for ever.
+struct ErrorIsSet {};
+
 /// The bytes of a Python text: of a str in UTF-8, in which a byte that is no UTF-8 stands as the
 /// surrogate that `surrogateescape` gives it, or of what has a buffer: bytes, memoryview, mmap.
 ///

@@ -11,9 +11,10 @@ A text is a str or holds bytes: bytes, bytearray, memoryview, mmap. Bytes that a
 a str as `surrogateescape` puts them, and come out as they were. Values are text; `number` reads
 those that are numbers.
 
-Work on a text releases the GIL: in threads, it takes place at the same time. A document is used by
-one thread at a time. While a call works on an mmap or on a read-only view, nobody may change what
-is in it; what can be written to is copied first.
+Work on a text releases the GIL: in threads, it takes place at the same time. A document is changed
+by one thread at a time: threads that do not heed this meet errors, but no crash. While a call works
+on an mmap or on a read-only view, nobody may change what is in it; what can be written to is copied
+first.
 """
 
 from ._builder import ActionBuilder, Builder, clean_value

@@ -72,8 +72,10 @@ class Builder:
     def object(self, type: str, name: str = "", *, replace: bool = False) -> Iterator[Builder]:
         """An object that is open as long as the block lasts."""
         self.push_object(type, name, replace=replace)
-        yield self
-        self.pop_object()
+        try:
+            yield self
+        finally:
+            self.pop_object()
 
     def add_param(
         self, name: str, value: Union[str, int, float, Sequence[str]], unit: str = ""

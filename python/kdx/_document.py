@@ -7,7 +7,7 @@ from functools import cached_property
 from typing import Any
 
 from . import _core, _html
-from ._errors import KDXError
+from ._errors import KDXInvalidError
 from ._statements import iter_events
 from ._texts import Problem, Text, check
 
@@ -63,10 +63,12 @@ class Document(MutableMapping[str, "Section"]):
         return Section(self, path)
 
     def __setitem__(self, path: str, parameters: Mapping[str, str]) -> None:
+        wanted = dict(parameters)
+        self._try(path, wanted)
         section = self[path] if path in self else self._make(path)
-        for name in [name for name in section if name not in parameters]:
+        section.update(wanted)
+        for name in [name for name in section if name not in wanted]:
             del section[name]
-        section.update(parameters)
 
     def __delitem__(self, path: str) -> None:
         for node in self[path]._nodes:
@@ -112,24 +114,35 @@ class Document(MutableMapping[str, "Section"]):
     def _nodes(self, path: str) -> list[int]:
         return [node for node in self._objects.get(path, ()) if self._core.contains(node)]
 
+    def _try(self, path: str, parameters: dict[str, str]) -> None:
+        """Raises what setting the parameters would raise, halfway; and changes nothing."""
+        document = _core.Document("")
+        node = document.root() if path in self else _made(document, path)
+        for name, value in parameters.items():
+            document.add_parameter(node, name, value)
+
     def _make(self, path: str) -> Section:
-        """Makes an object, and those on the way to it; all or none of them."""
-        made: list[int] = []
+        """Makes an object, and those on the way to it."""
         parent, reached = self._core.root(), ""
-        try:
-            for type, name in _core.path_steps(path):
-                reached = _core.join_path(reached, type, name)
-                nodes = self._nodes(reached)
-                if not nodes:
-                    nodes = [self._core.add_object(parent, type, name)]
-                    made += nodes
-                    self._objects.setdefault(reached, []).extend(nodes)
-                parent = nodes[0]
-        except KDXError:
-            if made:
-                self._core.remove(made[0])
-            raise
+        for type, name in _core.path_steps(path):
+            reached = _core.join_path(reached, type, name)
+            nodes = self._nodes(reached)
+            if not nodes:
+                nodes = [self._core.add_object(parent, type, name)]
+                self._objects.setdefault(reached, []).extend(nodes)
+            parent = nodes[0]
         return Section(self, reached)
+
+
+def _made(document: _core.Document, path: str) -> int:
+    """The node of an object that is made in an empty document."""
+    node, reached = document.root(), ""
+    for type, name in _core.path_steps(path):
+        node = document.add_object(node, type, name)
+        reached = _core.join_path(reached, type, name)
+    if not path or reached != path:
+        raise KDXInvalidError(f"{path}: no text has an object with this path.")
+    return node
 
 
 class Section(MutableMapping[str, str]):
@@ -225,16 +238,17 @@ class Comments(MutableMapping[str, str]):
 
     def __init__(self, section: Section) -> None:
         self._section = section
-        self._core = section._document._core
 
     def __getitem__(self, name: str) -> str:
-        comment = self._core.comment(self._section._parameters[name])
+        core = self._section._document._core
+        comment = core.comment(self._section._parameters[name])
         if not comment:
             raise KeyError(name)
         return comment
 
     def __setitem__(self, name: str, comment: str) -> None:
-        self._core.set_comment(self._section._parameters[name], comment)
+        core = self._section._document._core
+        core.set_comment(self._section._parameters[name], comment)
 
     def __delitem__(self, name: str) -> None:
         self[name]

@@ -20,7 +20,8 @@ class KDXDecodeError(KDXError, ValueError):
     2 8 ->
 
     msg: what is wrong
-    doc: the text that was read, as it was given
+    doc: the text that was read, as it was given; pickled and copied as bytes where it is neither
+        str nor bytes, empty when it has been closed meanwhile
     pos: where in `doc` the failure is: an index of it
     lineno, colno: the same as line and column, from 1; a byte order mark counts 0
     """
@@ -34,8 +35,15 @@ class KDXDecodeError(KDXError, ValueError):
         self.colno = colno
 
     def __reduce__(self) -> tuple[Any, ...]:
-        doc = self.doc if isinstance(self.doc, (str, bytes)) else bytes(self.doc)
-        return type(self), (self.msg, doc, self.pos, self.lineno, self.colno)
+        return type(self), (self.msg, self._kept_doc(), self.pos, self.lineno, self.colno)
+
+    def _kept_doc(self) -> Any:
+        if isinstance(self.doc, (str, bytes)):
+            return self.doc
+        try:
+            return bytes(self.doc)
+        except ValueError:  # an mmap that was closed, a memoryview that was released
+            return b""
 
 
 class KDXEncodeError(KDXError, ValueError):

@@ -82,29 +82,40 @@ def load(fp: IO[str] | IO[bytes], *, nested: bool = False) -> FlatMap | Object:
 
 def _statements(tree: Object) -> Iterator[tuple[str, str, str]]:
     """What must be written of a tree: kind and halves."""
-    open_objects = [iter(tree.items())]
+    open_objects, open_ids = [(tree, iter(tree.items()))], {id(tree)}
     while open_objects:
-        for key, value in open_objects[-1]:
+        around, rest = open_objects[-1]
+        for key, value in rest:
             if isinstance(value, Object):
+                _check_place(key, value, open_ids)
                 yield "object", value.type, value.name
-                open_objects.append(iter(value.items()))
+                open_objects.append((value, iter(value.items())))
+                open_ids.add(id(value))
                 break
+            if not isinstance(value, str):
+                raise TypeError(f"{key!r} is no str and no Object; it is a {type(value).__name__}")
             yield "parameter", key, value
         else:
             open_objects.pop()
+            open_ids.remove(id(around))
             if open_objects:
                 yield "end", "", ""
 
 
-def _written(value: str) -> str:
-    """A backslash at the end would continue the line: behind it stands an empty comment."""
-    return value + " #" if value.endswith("\\") else value
+def _check_place(key: str, value: Object, open_ids: set[int]) -> None:
+    if id(value) in open_ids:
+        raise KDXEncodeError(f"{key!r} is in itself")
+    step = _core.join_path("", value.type, value.name)
+    if key != step:
+        raise KDXEncodeError(f"{key!r} would read back as {step!r}")
 
 
 def _line(kind: str, first: str, second: str) -> str:
     if kind == "object":
         return f"{first}: {second}\n"
-    return f"{first} = {_written(second)}\n" if kind == "parameter" else "END\n"
+    if kind == "parameter":
+        return f"{first} = {_core.written_value(first, second)}\n"
+    return "END\n"
 
 
 def _text_of(tree: Object) -> str:

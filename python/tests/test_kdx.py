@@ -154,6 +154,8 @@ class TestErrors:
                 kdx.loads(text)
             assert caught.value.doc is text
             assert pickle.loads(pickle.dumps(caught.value)).doc == b"x -> 1"
+        text.close()
+        assert pickle.loads(pickle.dumps(caught.value)).pos == caught.value.pos
 
     @pytest.mark.parametrize(
         "flat, message",
@@ -170,7 +172,10 @@ class TestErrors:
             kdx.dumps(flat)
 
     def test_trees_that_no_text_carries(self):
-        for name, value in (("x", "1"), ("/A", kdx.Object("A\n", "b"))):
+        inside_itself = kdx.Object("A")
+        inside_itself["/A"] = inside_itself
+        objects = (kdx.Object("A\n", "b"), kdx.Object("B"), inside_itself)
+        for name, value in (("x", "1"), *(("/A", value) for value in objects)):
             tree = kdx.Object()
             tree[name] = value
             with pytest.raises(kdx.KDXEncodeError):
@@ -184,6 +189,9 @@ class TestErrors:
         builder = kdx.Builder("/A")
         with pytest.raises(kdx.KDXUsageError):
             builder.text
+        for whole in (builder, kdx.ActionBuilder("go"), kdx.iter_events("")):
+            with pytest.raises(TypeError, match="cannot pickle"):
+                pickle.dumps(whole, 0)
 
 
 class TestDocument:
@@ -205,9 +213,10 @@ class TestDocument:
 
     def test_refusals_change_nothing(self):
         document = kdx.Document(TEXT)
-        for path, value in (("/New:n\n", "1"), ("/New/In\n", "1"), ("/Sample:s1/Channel:A", "\n")):
+        paths = ("/New:n\n", "/New/In\n", "New", "/New:New", "")
+        for path, value in (*((path, "1") for path in paths), ("/Sample:s1/Channel:A", "\n")):
             with pytest.raises(kdx.KDXInvalidError):
-                document[path] = {"Gain": value}
+                document[path] = {"New": "1", "Gain": value}
         assert document.text == TEXT and "/New" not in document
         for missing in ("/Sample", 1, "/New"):
             with pytest.raises(KeyError):
@@ -235,6 +244,15 @@ def test_threads_work_on_texts_of_their_own():
     with ThreadPoolExecutor(8) as pool:
         for call in (kdx.loads, kdx.check, kdx.format):
             assert list(pool.map(call, texts)) == list(map(call, texts))
+
+
+def test_threads_share_a_document():
+    document = kdx.Document(TEXT * 1000)
+    with ThreadPoolExecutor(2) as pool:
+        shown = pool.submit(lambda: [len(document.text) for _ in range(100)])
+        while not shown.done():
+            document["/Sample:s1/Channel:A"]["Gain"] += "0"
+    assert shown.result()[0] >= 1000 * len(TEXT)
 
 
 def test_a_builder_takes_all_values():

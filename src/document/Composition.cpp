@@ -113,6 +113,13 @@ std::string parameterLine(const char* function, const Layout& layout, std::strin
         function, {{line + layout.lineEnd, meaning}, {line + " #" + layout.lineEnd, commented}});
 }
 
+std::string valueText(const char* function, std::string_view name, std::string_view value) {
+    const Layout layout;
+    const std::string line = parameterLine(function, layout, name, value);
+    const std::size_t begin = nameAndEquals(layout, name, value).size();
+    return line.substr(begin, line.size() - begin - layout.lineEnd.size());
+}
+
 std::string objectLine(const char* function, const Layout& layout, std::string_view type,
                        std::string_view name) {
     const Meaning meaning{MiniKDXParser::lineObject, type, name, {}};

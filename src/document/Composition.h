@@ -55,6 +55,9 @@ std::string endLine(const Layout& layout, std::string_view type, std::string_vie
 std::string actionLine(const char* function, const Layout& layout, std::string_view text);
 std::string commentLine(const char* function, const Layout& layout, std::string_view comment);
 
+/// What stands behind "NAME = " in a parameterLine().
+std::string valueText(const char* function, std::string_view name, std::string_view value);
+
 /// A comment with its '#'.
 std::string withHash(std::string_view comment);
 

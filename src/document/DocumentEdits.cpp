@@ -185,6 +185,10 @@ std::string nestedParameter(const char* function, Layout layout, const KDXSteps&
 
 }  // namespace
 
+std::string writtenValue(std::string_view name, std::string_view value) {
+    return detail::valueText("writtenValue", name, value);
+}
+
 Node KDXDocument::addParameter(Where where, std::string_view name, std::string_view value) {
     return add(*impl, detail::spotOf("addParameter", *impl, where), [&](const Layout& layout) {
         return detail::parameterLine("addParameter", layout, name, value);

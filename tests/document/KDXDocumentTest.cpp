@@ -309,6 +309,15 @@ TEST(KDXDocument, needsFewObjectsToChangeByAPath) {
     EXPECT_EQ(namesIn("/A:*").size(), 26U);
 }
 
+TEST(KDXDocument, writesValuesSoThatTheyReadBack) {
+    using Row = std::pair<const char*, const char*>;
+    for (const auto& [value, written] :
+         {Row("", ""), Row("1", "1"), Row("C:\\", "C:\\ #"), Row("\\#", "\\#")})
+        EXPECT_EQ(kiv::writtenValue("x", value), written) << value;
+    for (const auto& [name, value] : {Row("x", "\\#\\"), Row("x", " 1"), Row("x-", "1")})
+        EXPECT_THROW(kiv::writtenValue(name, value), kiv::data::invalid) << name << value;
+}
+
 TEST(KDXDocument, tellsWhatWasChangedInRuns) {
     KDXDocument document("\xEF\xBB\xBFx=1\ny=2\nz=3\nw=4\n");
     document.setValue(at(document, "x"), "5");
