@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "Features.h"
 #include "Nodes.h"
 
@@ -14,11 +16,10 @@ constexpr const char* kFixAll = "source.fixAll";
 bool isWanted(const Json& context, const std::string& kind) {
     const auto only = context.find("only");
     if (only == context.end()) return true;
-    for (const Json& wanted : *only) {
+    return std::any_of(only->begin(), only->end(), [&](const Json& wanted) {
         const auto& name = wanted.get_ref<const std::string&>();
-        if ((kind + '.').compare(0, name.size() + 1, name + '.') == 0) return true;
-    }
-    return false;
+        return (kind + '.').compare(0, name.size() + 1, name + '.') == 0;
+    });
 }
 
 Json quickFix(const OpenDocument& document, const Problem& problem) {

@@ -44,7 +44,7 @@ bool Connection::isCancelled(const Json& message) {
 
 /// @return false at the end of the input.
 bool Connection::read() {
-    std::array<char, std::size_t{64} * 1024> buffer;
+    std::array<char, std::size_t{64} * 1024> buffer{};
     const std::size_t count = readInput(buffer.data(), buffer.size());
     ended = count == 0;
     frames.append({buffer.data(), count});

@@ -28,7 +28,7 @@ bool isLengthHeader(std::string_view line) {
 
 std::size_t lengthIn(std::string_view line) {
     line.remove_prefix(kLengthHeader.size());
-    line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
     std::size_t length = 0;
     const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), length);
     if (error != std::errc() || end != line.data() + line.size() || length > kLongestMessage)
@@ -60,7 +60,7 @@ bool FrameReader::readHeaders() {
         if (std::min(end, buffer.size()) - begin > kLongestHeader) throw Trouble(kNoHeader);
         if (end == std::string::npos) return false;
         std::string_view line(buffer.data() + begin, end - begin);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        line.remove_suffix(line.size() - (line.find_last_not_of(" \t\r") + 1));
         begin = end + 1;
         if (isLengthHeader(line)) length = lengthIn(line);
         if (line.empty()) break;

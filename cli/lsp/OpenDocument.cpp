@@ -56,6 +56,7 @@ OpenDocument::OpenDocument(std::string givenUri, const Json& textDocument, std::
 }
 
 void OpenDocument::change(const Json& changes, const Json& version) {
+    currentVersion = version.get<std::int64_t>();
     unreported = true;
     problems.reset();
     statements.reset();
@@ -67,7 +68,6 @@ void OpenDocument::change(const Json& changes, const Json& version) {
         else
             content = EditorText(replacement);
     }
-    currentVersion = version.get<std::int64_t>();
 }
 
 const kiv::KDXCheck::Report& OpenDocument::report() const {

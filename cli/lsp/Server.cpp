@@ -16,6 +16,7 @@ constexpr const char* kNoRequest = "the message is no request";
 constexpr const char* kNotInitialized = "the first request must be initialize";
 constexpr const char* kInitializedTwice = "the server is initialized already";
 constexpr const char* kShutDown = "the server is shut down";
+constexpr const char* kBadParams = "a parameter is missing or of the wrong type";
 constexpr const char* kCancelled = "the request was cancelled";
 
 constexpr const char* kOfTexts = "textDocument/did";  // begins what tells of open texts
@@ -75,8 +76,8 @@ void guarded(Work work, Fail fail) {
         work();
     } catch (const RequestError& error) {
         fail(error.code(), error.what());
-    } catch (const Json::exception& error) {
-        fail(ErrorCode::invalidParams, error.what());
+    } catch (const Json::exception&) {
+        fail(ErrorCode::invalidParams, kBadParams);
     } catch (const kiv::Error& error) {
         fail(ErrorCode::requestFailed, error.message());
     } catch (const std::exception& error) {
@@ -96,7 +97,7 @@ void Server::handle(const Json& message, bool isCancelled) {
     const auto id = message.find("id");
     const bool hasId = id != message.end() && isId(*id);
     const auto method = message.find("method");
-    if (method == message.end() && hasId) return;  // a response
+    if (method == message.end() && (hasId || message.contains("error"))) return;  // a response
     if (method == message.end() || !method->is_string() || (id != message.end() && !hasId))
         return refuse(hasId ? *id : none, ErrorCode::invalidRequest, kNoRequest);
     const auto params = message.find("params");

@@ -49,7 +49,7 @@ public:
             if (symbolKindOf(reader) != kNoSymbol) add();
         }
         while (levels.size() > 1) close(document.text().text().size());
-        return children(levels.front());
+        return std::move(children(levels.front()));
     }
 
 private:
