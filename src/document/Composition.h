@@ -22,8 +22,8 @@ struct Layout {
     bool commentEnds = false;
 };
 
-/// So many siblings on either side are looked at, so that the cost of an edit does not grow with what
-/// is around it.
+/// So many siblings on either side are looked at, so that the cost of an edit does not grow with
+/// what is around it.
 constexpr int kLookAround = 8;
 
 /// The layout behind a child of an object, kNone for in front of the first.

@@ -21,6 +21,13 @@ bool isExact(const KDXStep& step) {
     return !step.anyDepth && step.type && step.name;
 }
 
+/// Whether a part may begin or end in front of the statement. One that began with a byte order mark
+/// would say something else.
+bool isBoundary(const KDXReader& reader) {
+    return reader.depth() == 0 && reader.kind() != MiniKDXParser::lineBlank &&
+           reader.kind() != MiniKDXParser::lineEnd && !startsWithByteOrderMark(reader.source());
+}
+
 class PartFinder {
 public:
     PartFinder(std::string_view searchedText, const KDXSteps& steps) : text(searchedText) {
@@ -50,12 +57,6 @@ public:
     }
 
 private:
-    /// A part that began with a byte order mark would say something else.
-    bool isBoundary(const KDXReader& reader) const {
-        return reader.depth() == 0 && reader.kind() != MiniKDXParser::lineBlank &&
-               reader.kind() != MiniKDXParser::lineEnd && !startsWithByteOrderMark(reader.source());
-    }
-
     /// Whether an object's path begins the one that is wanted: as a level of it or, where a name
     /// holds a '/', as several.
     bool isNeeded(const KDXReader& reader) {
