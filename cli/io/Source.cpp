@@ -31,7 +31,7 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 /// Whether a path leads to a device such as a terminal, or /dev/zero, which never ends.
 bool isDevice(const std::string& path) {
     std::error_code unknown;
-    return fs::is_character_file(path, unknown);
+    return fs::is_character_file(fs::u8path(path), unknown);
 }
 
 /// Reads to the end. `size` is a guess that saves memory where it is right.
@@ -61,7 +61,7 @@ File openFile(const std::string& path) {
 
 void readFile(const std::string& path, Source& source) {
     std::error_code error;
-    if (fs::is_directory(path, error)) throw Trouble("is a directory, not a file");
+    if (fs::is_directory(fs::u8path(path), error)) throw Trouble("is a directory, not a file");
     const File file = openFile(path);
     source.state = stateOf(file.get());
     const auto size = static_cast<std::size_t>(source.state.size);
