@@ -4,12 +4,16 @@ include(CMakePackageConfigHelpers)
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/KIVKDXParseUtilities)
 
 install(TARGETS KIVKDXParseUtilities EXPORT KIVKDXParseUtilitiesTargets FILE_SET HEADERS)
+set(kind static)
+if(BUILD_SHARED_LIBS)
+    set(kind shared)
+endif()
 install(EXPORT KIVKDXParseUtilitiesTargets NAMESPACE kiv:: DESTINATION ${packageDir}
-    FILE KIVKDXParseUtilitiesConfig.cmake)
+    FILE KIVKDXParseUtilities-${kind}.cmake)
 write_basic_package_version_file(KIVKDXParseUtilitiesConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/KIVKDXParseUtilitiesConfigVersion.cmake
-    DESTINATION ${packageDir})
+install(FILES cmake/KIVKDXParseUtilitiesConfig.cmake
+    ${PROJECT_BINARY_DIR}/KIVKDXParseUtilitiesConfigVersion.cmake DESTINATION ${packageDir})
 
 # The pkg-config file finds the prefix from where it lies itself, so that the installed tree can be
 # moved as a whole. An absolute folder takes the place of "${prefix}" and what else is before it.

@@ -11,13 +11,15 @@
 namespace kdx {
 namespace {
 
+namespace fs = std::filesystem;
+
 bool beginsWithSlash(const std::string& argument) {
     return !argument.empty() && argument.front() == '/';
 }
 
 bool isFile(const std::string& argument) {
     std::error_code unknown;
-    return std::filesystem::exists(argument, unknown);
+    return fs::exists(fs::u8path(argument), unknown);
 }
 
 }  // namespace

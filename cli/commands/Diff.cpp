@@ -20,6 +20,8 @@
 namespace kdx {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr const char* kNoFile = "/dev/null";  // as git names what is not there
 constexpr const char* kNoMode = ".";
 
@@ -151,13 +153,13 @@ std::vector<std::string> namesIn(const std::string& folder, const Settings& sett
     writeError(list.diagnostics);
     status = worse(status, list.status);
     for (std::string& file : list.files)
-        file = std::filesystem::path(file).lexically_relative(folder).generic_string();
+        file = fs::u8path(file).lexically_relative(fs::u8path(folder)).generic_u8string();
     std::sort(list.files.begin(), list.files.end());
     return std::move(list.files);
 }
 
 std::string joined(const std::string& folder, const std::string& name) {
-    return (std::filesystem::path(folder) / name).string();
+    return (fs::u8path(folder) / fs::u8path(name)).u8string();
 }
 
 void tellMissing(const std::string& folder, const std::string& name, const char* change,
@@ -242,7 +244,7 @@ Status run(const Options& options, const Settings& settings) {
     if (options.files.size() != 2) throw Trouble("diff takes two files, or two folders");
     const auto isFolder = [](const std::string& file) {
         std::error_code unknown;
-        return file != kStandardInput && std::filesystem::is_directory(file, unknown);
+        return file != kStandardInput && fs::is_directory(fs::u8path(file), unknown);
     };
     const std::array<std::string, 2> files{options.files[0], options.files[1]};
     if (isFolder(files[0]) != isFolder(files[1])) failForFolder(files[isFolder(files[0]) ? 1 : 0]);

@@ -44,13 +44,13 @@ void writeFlushed(const fs::path& path, const Pieces& contents) {
 
 void replaceFile(const std::string& path, const Source& read, const Pieces& contents) {
     std::error_code error;
-    const fs::path target = fs::canonical(path, error);
+    const fs::path target = fs::canonical(fs::u8path(path), error);
     if (error) throw Trouble("cannot be replaced: the file: " + error.message());
     fs::path temporary = target;
     temporary += ".tmp-" + std::to_string(::GetCurrentProcessId());
     try {
         writeFlushed(temporary, contents);
-        if (!isAsRead(target.string(), read)) throw ChangedMeanwhile();
+        if (!isAsRead(target.u8string(), read)) throw ChangedMeanwhile();
         if (::ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) == 0)
             failReplace("rename");
     } catch (const ChangedMeanwhile&) {

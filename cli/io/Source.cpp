@@ -33,7 +33,7 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 /// Whether a path leads to a device such as a terminal, or /dev/zero, which never ends.
 bool isDevice(const std::string& path) {
     std::error_code unknown;
-    return fs::is_character_file(path, unknown);
+    return fs::is_character_file(fs::u8path(path), unknown);
 }
 
 /// Reads to the end. `size` is a guess that saves memory where it is right.
@@ -77,7 +77,7 @@ void readFile(const std::string& path, Source& source) {
         readOpened(openFile(path).get(), path, source);
     } catch (const Trouble&) {
         std::error_code unknown;
-        if (fs::is_directory(path, unknown)) throw Trouble("is a directory, not a file");
+        if (fs::is_directory(fs::u8path(path), unknown)) throw Trouble("is a directory, not a file");
         throw;
     }
 }

@@ -29,7 +29,8 @@ using Pieces = std::vector<std::string_view>;
 /// What stands for the standard input among file arguments.
 constexpr const char* kStandardInput = "-";
 
-/// How messages name an argument.
+/// How messages name an argument. Names of files are UTF-8 on Windows, where the program's manifest
+/// makes it the code page, and whatever bytes they have elsewhere.
 std::string displayName(const std::string& argument);
 
 /// Reads a file, or the standard input. @throws Trouble when that fails, or for a directory.

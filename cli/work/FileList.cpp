@@ -23,15 +23,15 @@ bool isFile(const fs::directory_entry& entry) {
 }
 
 bool isHidden(const fs::path& path) {
-    return path.filename().string().front() == '.';
+    return path.filename().u8string().front() == '.';
 }
 
 /// Whether the user wants a file or folder below an argument to be left out.
 bool isExcluded(const fs::path& path, const fs::path& argument,
                 const std::vector<std::string>& globs) {
     if (globs.empty()) return false;
-    const std::string below = path.lexically_relative(argument).generic_string();
-    const std::string name = path.filename().string();
+    const std::string below = path.lexically_relative(argument).generic_u8string();
+    const std::string name = path.filename().u8string();
     return std::any_of(globs.begin(), globs.end(), [&](std::string_view glob) {
         if (!glob.empty() && glob.back() == '/') glob.remove_suffix(1);  // as many write folders
         return matchesGlob(glob.find('/') == std::string_view::npos ? name : below, glob);
@@ -48,7 +48,7 @@ void searchFolder(const fs::path& folder, std::vector<std::string>& files,
         if (entry.is_directory(unknown))
             folders.push_back(entry.path());
         else if (entry.path().extension() == ".kdx" && isFile(entry))
-            files.push_back(entry.path().string());
+            files.push_back(entry.path().u8string());
     }
 }
 
@@ -61,17 +61,18 @@ void reportTrouble(FileList& list, const std::string& name, std::string_view tex
 void listFolder(const std::string& argument, FileList& list, const Settings& settings) {
     const std::size_t before = list.files.size();
     const std::size_t saidBefore = list.diagnostics.size();
+    const fs::path top = fs::u8path(argument);
     const auto skips = [&](const fs::path& path) {
-        return isExcluded(path, argument, settings.excludes);
+        return isExcluded(path, top, settings.excludes);
     };
-    std::vector<fs::path> folders{argument};
+    std::vector<fs::path> folders{top};
     while (!folders.empty()) {
         const fs::path folder = std::move(folders.back());
         folders.pop_back();
         try {
             searchFolder(folder, list.files, folders, skips);
         } catch (const fs::filesystem_error& error) {
-            reportTrouble(list, folder.string(), "cannot be searched: " + error.code().message(),
+            reportTrouble(list, folder.u8string(), "cannot be searched: " + error.code().message(),
                           settings);
         }
     }
@@ -90,7 +91,7 @@ FileList listFiles(const std::vector<std::string>& arguments, const Settings& se
     FileList list;
     for (const std::string& argument : arguments) {
         std::error_code missing;
-        if (argument != kStandardInput && fs::is_directory(argument, missing))
+        if (argument != kStandardInput && fs::is_directory(fs::u8path(argument), missing))
             listFolder(argument, list, settings);
         else
             list.files.push_back(argument);

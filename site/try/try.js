@@ -143,6 +143,22 @@ function stateOf(problems) {
     return parts.join(", ") || "No problem";
 }
 
+function applyFix({ line, gone, added }) {
+    const lines = editor.value.split("\n");
+    lines.splice(line - 1, gone, ...added);
+    replaceText(lines.join("\n"));
+}
+
+function fixButton(problem, description) {
+    const button = document.createElement("button");
+    button.type = "button";
+    button.className = "fix";
+    button.textContent = "Fix";
+    button.setAttribute("aria-label", `Fix ${description}`);
+    button.addEventListener("click", () => applyFix(problem.fix));
+    return button;
+}
+
 function row(problem) {
     const button = document.createElement("button");
     button.type = "button";
@@ -152,6 +168,7 @@ function row(problem) {
     button.addEventListener("click", () => goTo(problem));
     const item = document.createElement("li");
     item.append(button);
+    if (problem.fix) item.append(fixButton(problem, button.textContent));
     return item;
 }
 

@@ -73,6 +73,18 @@ class Fmt(KdxTest):
         self.assertEqual(self.read("b"), "\ufeffA:\r\n  x = 1\r\nEND\r\n")
         self.assertEqual(sorted(os.listdir(self.folder)), ["a", "b"])
 
+    def test_names_in_other_scripts(self):
+        """In arguments, in folders, in messages, and in place: beyond the code page on Windows."""
+        path = os.path.join("größe", "Ж-日本.kdx")
+        self.write({path: UGLY, "größe/Я.kdx": "-\n", "日本/Ж-日本.kdx": FORMATTED})
+        for arguments in [f"fmt -i '{path}'", "diff größe 日本 --exclude Я*",
+                          f"set -i '{path}' /Sample:s1 gain=11"]:
+            self.expect(arguments)
+        self.assertEqual(self.read(path), FORMATTED.replace("= 10", "= 11"))
+        errors = self.run_kdx("fmt --check größe 日本/Я.kdx")[2].replace("\\", "/")
+        for place in ["größe/Я.kdx:1:1: error: ", "日本/Я.kdx: error: cannot be read: No such file"]:
+            self.assertIn(place, errors)
+
     def test_in_place_without_error_stream(self):
         """No message gets into a file that takes the number of the stream."""
         files = {f"d/{i}.kdx": "-\n" if i % 2 else 1000 * UGLY for i in range(200)}

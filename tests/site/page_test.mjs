@@ -39,7 +39,7 @@ const kBroken = "# ä😀\nSample: s1\n  ä😀 Volume\n  Gain = 1\nEND\nEND\n";
 
 test("problems stand at their places, a click leads there, a fix applies", async () => {
     const page = await opened(kBroken);
-    const rows = page.locator("#view li button");
+    const rows = page.locator("#view li button:not(.fix)");
     assert.match(await rows.first().innerText(), /^3:3 error: /);
     await rows.last().click();
     const selection = await page.evaluate(() => {
@@ -51,6 +51,22 @@ test("problems stand at their places, a click leads there, a fix applies", async
     await page.click("#fix");
     await page.waitForFunction((before) => document.getElementById("text").value !== before, kBroken);
     assert.strictEqual(await textOf(page), kBroken.replace("END\nEND\n", "END\n"));
+    await closed(page);
+});
+
+test("a fix is made of one problem, by keyboard", async () => {
+    const page = await opened("A:\nEND\nEND\nEND\nB:\nEND\nEND\n");
+    const fixes = page.locator("#view li .fix");
+    for (const [index, expected] of [
+        [2, "A:\nEND\nEND\nEND\nB:\nEND\n"], [0, "A:\nEND\nEND\nB:\nEND\n"],
+    ]) {
+        await fixes.nth(index).focus();
+        await page.keyboard.press("Enter");
+        await page.waitForFunction((text) => document.getElementById("text").value === text, expected);
+        await page.waitForFunction((count) =>
+            document.querySelectorAll("#view .fix").length === count, index || 1);
+    }
+    await page.screenshot({ path: `${folder}/fix.png` });
     await closed(page);
 });
 

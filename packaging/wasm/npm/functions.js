@@ -123,6 +123,11 @@ function kdxFunctions(createKdx, compile) {
         return left;
     }
 
+    async function fixDiff(text, { select = [] } = {}) {
+        const rules = select.length > 0 ? [`--select=${select.join(",")}`] : [];
+        return outputOf(text, "check", "--fix", "--diff", ...rules);
+    }
+
     async function fromMap(map, { indent = 2, compact = false, endComments = true } = {}) {
         const options = [`--indent=${indent}`];
         if (compact) options.push("--compact");
@@ -134,6 +139,7 @@ function kdxFunctions(createKdx, compile) {
         KdxError,
         check,
         fix,
+        fixDiff,
         format: (text) => outputOf(text, "fmt"),
         formatDiff: (text) => outputOf(text, "fmt", "--diff"),
         fromMap,

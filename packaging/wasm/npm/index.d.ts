@@ -34,6 +34,9 @@ export function check(text: string, options?: CheckOptions): Promise<Problem[]>;
 /** The text with all fixes made after which it reads as before; those of some rules alone. */
 export function fix(text: string, options?: { select?: string[] }): Promise<string>;
 
+/** What fix() would change, as a unified diff; empty when nothing. */
+export function fixDiff(text: string, options?: { select?: string[] }): Promise<string>;
+
 /** The text laid out anew. Throws KdxError for a line that is no KDX. */
 export function format(text: string): Promise<string>;
 
