@@ -77,7 +77,8 @@ void readFile(const std::string& path, Source& source) {
         readOpened(openFile(path).get(), path, source);
     } catch (const Trouble&) {
         std::error_code unknown;
-        if (fs::is_directory(fs::u8path(path), unknown)) throw Trouble("is a directory, not a file");
+        if (fs::is_directory(fs::u8path(path), unknown))
+            throw Trouble("is a directory, not a file");
         throw;
     }
 }
