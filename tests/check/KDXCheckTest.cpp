@@ -65,6 +65,7 @@ const std::vector<Row> kRows = {
     {"A:|  B:|  x=1|  END|END|", ""},
     {"A:|  x=1|  END|B:|    y=2|  z=3| END", ""},
     {"A:|\tB:|        x=1|\tEND|END", ""},
+    {"A:|\tB:|\t  x=1|\ty=2|\tEND|END", "4:2-4:5 indentation @2:2"},
     {"A:|  x = 1, \\|2|y = 1 \\||END", ""},
     {"A:|&replace   B: b|    x=1|  END # B:b|END", ""},
     {"A:|  x=1|&replace B: b|  END|END", ""},

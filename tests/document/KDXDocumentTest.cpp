@@ -118,6 +118,8 @@ const std::vector<EditRow> kEdits = {
      "A:|    B:|        x =|    END|END|"},
     {"A: a", edit(addParameter, lastIn, "A", "x", "1"), "A: a|  x = 1"},
     {"x=1", edit(addAction, behind, "x", "go"), "x=1|>go"},
+    {"x=1|>|>|>|>|>|>|>|>|>|", edit(addParameter, lastIn, "", "y", "2"),
+     "x=1|>|>|>|>|>|>|>|>|>|y = 2|"},
     {"A:^|  x = 1^|    y=2|END|", edit(addParameter, lastIn, "A", "z", "3"),
      "A:^|  x = 1^|    y=2|    z=3|END|"},
     {"x=a\\", edit(addBlankLine, lastIn, ""), "x=a\\|||"},
@@ -143,6 +145,7 @@ const std::vector<EditRow> kEdits = {
     {"x=1", addOwnText, "y=which takes memory of its own|x=1|y=which takes memory of its own|"},
     // What goes or moves takes its comments along.
     {"# c||# of x|# too|x=1|y=1|", remove("x="), "# c||y=1|"},
+    {"\xEF\xBB\xBF\xEF\xBB\xBFx|y=1|", remove("y"), "\xEF\xBB\xBF\xEF\xBB\xBFx|"},
     {"END|A:|  x=1|END # c|",
      [](KDXDocument& d) {
          d.remove(at(d, "END"));
