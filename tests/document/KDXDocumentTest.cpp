@@ -145,7 +145,6 @@ const std::vector<EditRow> kEdits = {
     {"x=1", addOwnText, "y=which takes memory of its own|x=1|y=which takes memory of its own|"},
     // What goes or moves takes its comments along.
     {"# c||# of x|# too|x=1|y=1|", remove("x="), "# c||y=1|"},
-    {"\xEF\xBB\xBF\xEF\xBB\xBFx|y=1|", remove("y"), "\xEF\xBB\xBF\xEF\xBB\xBFx|"},
     {"END|A:|  x=1|END # c|",
      [](KDXDocument& d) {
          d.remove(at(d, "END"));
