@@ -46,6 +46,7 @@ const std::vector<Row> kRows = {
     {"A:| x\\|  y\\|   z-|END", "4:5-4:6 error unknown-syntax"},
     {"A:|eNd # c||END", "2:1-2:4 error end-case ?"},
     {"A:|END A|END", "2:5-2:6 error text-behind-end ?"},
+    {"A:|END %|END", "2:5-2:6 error text-behind-end ?"},
     {"ENDX", "1:5-1:5 error unknown-syntax"},
     {" x = 1 # c|A:|END|=|", "1:2-1:7 error no-object, 4:1-4:2 error no-object"},
     {"A:|END| END # A:|END", "3:2-3:5 error unexpected-end !, 4:1-4:4 error unexpected-end !"},
