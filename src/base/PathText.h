@@ -27,9 +27,6 @@ struct PathComponent {
 inline bool operator==(const PathComponent& a, const PathComponent& b) {
     return a.name == b.name && a.type == b.type;  // names tell siblings apart
 }
-inline bool operator!=(const PathComponent& a, const PathComponent& b) {
-    return !(a == b);
-}
 
 /// Cuts path text into its components, from left to right.
 class PathCursor {

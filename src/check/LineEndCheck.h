@@ -11,9 +11,7 @@ namespace kiv::detail {
 
 /// Whether a backslash stands at the end of a line of the statement, blanks behind it aside.
 inline bool hasFinalBackslash(const KDXReader& reader) {
-    std::string_view source = reader.source();
-    if (!source.empty() && source.back() == '\n') source.remove_suffix(1);
-    if (!source.empty() && isBlank(source.back())) source = withoutTrailingBlanks(source);
+    const std::string_view source = withoutTrailingBlanks(reader.source());
     return reader.isContinued() || (!source.empty() && source.back() == '\\');
 }
 

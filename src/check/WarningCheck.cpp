@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "base/Blank.h"
+#include "base/LineEnd.h"
 #include "base/NameCharacter.h"
 #include "base/ObjectName.h"
 #include "base/ShownText.h"
@@ -29,9 +30,8 @@ std::size_t lengthOfStatement(std::string_view rest) {
 
 /// How the last line of a text that is ended is ended.
 std::string_view lastLineEnd(std::string_view text) {
-    const std::size_t feed = text.rfind('\n');
-    const bool withReturn = feed != std::string_view::npos && feed > 0 && text[feed - 1] == '\r';
-    return withReturn ? "\r\n" : "\n";
+    const std::string_view end = lineEndOf(text.substr(0, text.rfind('\n') + 1));
+    return end.empty() ? "\n" : end;
 }
 
 /// Whether `end` is a statement of its own behind the last one of a text.

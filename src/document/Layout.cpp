@@ -102,11 +102,7 @@ private:
         const std::string_view inner = tree.bytesOf(tree.at(object).first);
         if (inner.size() > kLongestSample) return;
         noteStep(indentationOf(bytes), indentationOf(inner));
-        if (hasEquals) return;
-        const bool had = hasIndentation;
-        hasIndentation = true;
-        lookAtParameter(inner);
-        hasIndentation = had;
+        if (!hasEquals) lookAtParameter(inner);
     }
 
     const StatementTree& tree;

@@ -1,4 +1,5 @@
 #include <kiv/KDXCheck.h>
+#include <kiv/KDXReader.h>
 
 #include <array>
 
@@ -45,6 +46,7 @@ const std::vector<Row> kRows = {
     {"A:| x\\|  y\\|   z-|END", "4:5-4:6 error unknown-syntax"},
     {"A:|eNd # c||END", "2:1-2:4 error end-case ?"},
     {"A:|END A|END", "2:5-2:6 error text-behind-end ?"},
+    {"A:|END %|END", "2:5-2:6 error text-behind-end ?"},
     {"ENDX", "1:5-1:5 error unknown-syntax"},
     {" x = 1 # c|A:|END|=|", "1:2-1:7 error no-object, 4:1-4:2 error no-object"},
     {"A:|END| END # A:|END", "3:2-3:5 error unexpected-end !, 4:1-4:4 error unexpected-end !"},
@@ -64,6 +66,7 @@ const std::vector<Row> kRows = {
     {"A:|  B:|  x=1|  END|END|", ""},
     {"A:|  x=1|  END|B:|    y=2|  z=3| END", ""},
     {"A:|\tB:|        x=1|\tEND|END", ""},
+    {"A:|\tB:|\t  x=1|\ty=2|\tEND|END", "4:2-4:5 indentation @2:2"},
     {"A:|  x = 1, \\|2|y = 1 \\||END", ""},
     {"A:|&replace   B: b|    x=1|  END # B:b|END", ""},
     {"A:|  x=1|&replace B: b|  END|END", ""},
@@ -73,6 +76,7 @@ const std::vector<Row> kRows = {
     {"B:|END|A: a|END # B: b|", "4:5-4:11 end-comment @3:1 ?"},
     {"A: a|END #A:b|B: b c|END # A: a|A: x|END # B:b  c|B:|END # B:b c.",
      "2:5-2:9 end-comment @1:1 ?, 4:5-4:11 end-comment @3:1 ?, 6:5-6:13 end-comment @5:1 ?"},
+    {"A: b:c|END # Axb:c|Axb: c|END", "2:5-2:12 end-comment @1:1 ?"},
     {"A:|B:|END # A:|", "1:1-1:3 never-closed ?, 3:5-3:9 end-comment @2:1 ?"},
     {"A: a\\ #|END # A:|", "2:5-2:9 end-comment @1:1"},
     // Where a backslash is in the way, there is no fix.
@@ -110,6 +114,7 @@ const std::vector<Row> kRows = {
      "2:6-2:7 swallowed-statement @3:1 ?, 7:5-7:5 error unknown-syntax"},
     {"A:|  \\|  x = 1, \\|\\|2|END", "2:3-2:4 lone-backslash, 4:1-4:2 lone-backslash"},
     {"A:|x = 1, \\| \\ |2=3|END", ""},
+    {"A:|END|\\", "3:1-3:2 lone-backslash"},
     {"A:|x = C:\\|\\| y = 1|END", "2:7-2:8 swallowed-statement @4:2 ?, 3:1-3:2 lone-backslash"},
     {"! a\\|\\|A:|END|! a\\|\\",
      "1:4-1:5 swallowed-statement @3:1, 2:1-2:2 lone-backslash, 4:1-4:4 error unexpected-end !, "
@@ -146,11 +151,14 @@ TEST(KDXCheck, takesOptions) {
               "unexpected-end !, 9:1-9:4 error unexpected-end !");
     options = {};
     options.rules = {"hash-in-value", "unexpected-end"};
-    options.maxProblems = 1;
-    EXPECT_EQ(problemsOf(text, options), "3:7-3:8 hash-in-value, 7:1-7:4 error unexpected-end !");
+    options.maxProblems = 2;
+    EXPECT_EQ(problemsOf(text, options),
+              "3:7-3:8 hash-in-value, 5:5-5:6 hash-in-value, 7:1-7:4 error unexpected-end !, "
+              "8:1-8:4 error unexpected-end !");
     const auto report = kiv::KDXCheck::check(text, options);
     EXPECT_EQ(std::pair(report.errors, report.warnings), std::pair(std::size_t{3}, std::size_t{2}));
     options.rules = {};
+    options.maxProblems = 1;
     EXPECT_EQ(problemsOf("A:\nx = #\ny = #\nz = #\nEND\nB:\nu = #", options),
               "2:5-2:6 hash-in-value");
     EXPECT_EQ(problemsOf("A:\nx = #\ny = #\n", options), "1:1-1:3 never-closed ?");
@@ -211,6 +219,13 @@ TEST(KDXCheck, hasEveryRuleDocumented) {
         const auto problems = kiv::KDXCheck::check(text, options).problems;
         ASSERT_EQ(problems.size(), 1U) << name;
         EXPECT_EQ(problems.front().rule, rule.name);
+        kiv::KDXReader reader(text);
+        const auto isAbove = [&] {
+            return reader.placeInSource(reader.source().size()).offset <=
+                   problems.front().begin.offset;
+        };
+        while (reader.next() && isAbove()) continue;
+        EXPECT_EQ(reader.kind() == kiv::MiniKDXParser::lineUnrecognised, rule.isSyntax) << name;
     }
 }
 
