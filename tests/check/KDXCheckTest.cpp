@@ -243,3 +243,14 @@ TEST(KDXCheck, showsTextsInMessagesForWhatTheyAre) {
         }
     }
 }
+
+TEST(KDXCheck, describesWhatCannotStandInALine) {
+    using Row = std::pair<const char*, const char*>;
+    for (const auto& [text, described] :
+         {Row("-", "'-'"), Row("\xC3\xA4", "'\xC3\xA4'"), Row("\x01", "the byte 0x01"),
+          Row("\xFF", "the byte 0xFF"), Row("\xC2\x85", "the character U+0085"),
+          Row("\xE2\x80\xAE", "the character U+202E")}) {
+        const std::string message = kiv::KDXCheck::check(text).problems.front().message;
+        EXPECT_EQ(message.find(std::string("unknown syntax: ") + described + " cannot"), 0U);
+    }
+}

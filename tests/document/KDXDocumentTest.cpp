@@ -391,7 +391,9 @@ TEST(KDXDocument, isReadLikeItsText) {
     document.setValue(at(document, "z"), "3");
     const std::string text = document.text();
     kiv::KDXReader expected(text);
-    kiv::KDXDocumentReader reader(document);
+    kiv::KDXDocumentReader moved(document);
+    kiv::KDXDocumentReader reader(std::move(moved));
+    reader = kiv::KDXDocumentReader(document);
     for (Node n = document.next(document.root()); expected.next(); n = document.next(n)) {
         SCOPED_TRACE(expected.line());
         ASSERT_TRUE(reader.next());
