@@ -18,7 +18,8 @@ public:
 /// Whenever the process dies, the file holds the old bytes or the new ones. Where that would lose
 /// what has to stay, the file is written to instead, with a safety copy beside it while that lasts;
 /// the copy of a run that died is reported by the next one. Signals that end the process wait until
-/// the file is whole, and nothing else is left beside it.
+/// the file is whole, and nothing else is left beside it. Waits for other runs that replace the
+/// same file, and for who else holds an flock() on it.
 /// @throws ChangedMeanwhile when the file is no longer as it was read, unless it holds the new
 /// bytes already, as one does that was named twice; Trouble when it cannot be replaced. It is then
 /// as it was, or the text names the safety copy.

@@ -1,6 +1,7 @@
 #include "ReplaceFile.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,6 +26,10 @@ public:
         if (opened.number < 0 || ::fstat(opened.number, &status) != 0) failReplace("the file");
         if (!S_ISREG(status.st_mode)) throw Trouble("cannot be replaced: it is no regular file");
     }
+
+    /// Waits until no other run replaces the file: of two that compare it with what they read, and
+    /// then rename, the first one's change would be lost. Not every file system can.
+    void lock() const { (void)::flock(opened.number, LOCK_EX); }
 
     fs::path folder() const { return path.parent_path(); }
 
@@ -123,6 +128,7 @@ void writeInPlace(const Target& target, const Source& read, const Pieces& conten
 
 void replaceFile(const std::string& path, const Source& read, const Pieces& contents) {
     const Target target(path);
+    target.lock();  // before the signals are held, which may end a long wait
     const HeldSignals held;
     requireNoSafetyCopy(target);
     sweepFolder(target.folder());

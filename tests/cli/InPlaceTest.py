@@ -123,6 +123,14 @@ class InPlace(KdxTest):
                 2, "file: error: is left alone: another program changed it after it was read\n"))
             self.assertEqual((self.read("file"), os.listdir(self.folder)), (changed, ["file"]))
 
+    def test_runs_take_turns(self):
+        with open(self.file) as held:
+            fcntl.flock(held, fcntl.LOCK_EX)
+            running = subprocess.Popen([*KDX, "fmt", "-i", "file"], cwd=self.folder)
+            with self.assertRaises(subprocess.TimeoutExpired):
+                running.wait(0.5)
+        self.assertEqual((running.wait(), self.read("file")), (0, FORMATTED))
+
     def test_named_twice(self):
         self.write({"file": 20000 * UGLY})
         self.expect("fmt -i -j 4 file file ./file file")
