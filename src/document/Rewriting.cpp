@@ -160,7 +160,7 @@ std::string renamedEnd(const Rewriting& old, std::string_view type, std::string_
 void commitHalves(const Rewriting& old, const std::string& line, const std::string& above,
                   const std::string& end) {
     Change change(old.tree);
-    const auto& statement = old.tree.at(old.index);
+    const Statement statement = old.tree.at(old.index);  // a copy: an insertion may move it
     if (!above.empty()) change.insert(statement.parent, statement.previous, above);
     if (!end.empty()) change.rewrite(statement.last, end);
     change.rewrite(old.index, line);

@@ -109,6 +109,7 @@ const std::vector<EditRow> kEdits = {
      },
      "B : b|END # B:b|A : a|END # x|"},
     {"A: a|END # A:a|x=1", edit(setName, "A", "C:\\"), "A: C:\\ #|END|x=1"},
+    {"A: a # c|END # A:a", edit(setName, "A", "\\#"), "# c|A: \\#|END # A:\\#"},
     // What is added looks like its neighbours.
     {"A:^|\tx=1^|END^|", edit(addParameter, lastIn, "A", "y", "2"), "A:^|\tx=1^|\ty=2^|END^|"},
     {"ab  = 1|x   = 2|", edit(addParameter, firstIn, "", "abc", "3"), "abc = 3|ab  = 1|x   = 2|"},
