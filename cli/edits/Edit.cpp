@@ -80,34 +80,58 @@ Nodes findThere(const KDXDocument& document, const Target& target) {
     failNotThere(target);
 }
 
-/// How many objects and parameters readers see, of parameters those with one of the names: objects
-/// of the same path are one to them, and of parameters of a name the first alone counts.
-std::size_t countSeen(const KDXDocument& document, const Names& names) {
-    std::unordered_map<std::string, std::size_t> numbers;
-    std::unordered_map<Node, std::size_t> objects{{document.root(), 0}};
+using Numbers = std::unordered_map<std::string, std::size_t>;
+
+std::size_t numberOf(Numbers& numbers, std::string key) {
+    return numbers.try_emplace(std::move(key), numbers.size() + 1).first->second;
+}
+
+/// The number for a path of one level more, which is more pieces than one with a '/' in the name:
+/// paths of the same text get the same number.
+std::size_t numberBelow(Numbers& numbers, std::size_t number, const std::string& level) {
+    for (std::size_t begin = 0; begin < level.size();) {
+        const std::size_t end = std::min(level.find('/', begin + 1), level.size());
+        number = numberOf(numbers, std::to_string(number).append(level, begin, end - begin));
+        begin = end;
+    }
+    return number;
+}
+
+using Seen = std::unordered_map<Node, std::size_t>;
+
+/// A number for each object, and for each parameter with one of the names, the same for those that
+/// readers take for one: objects by the text of the path, parameters of one by the name.
+Seen whatIsSeen(const KDXDocument& document, const Names& names) {
+    Numbers numbers;
+    Seen seen{{document.root(), 0}};
     for (Node node = document.next(document.root()); node != Node::none;
          node = document.next(node)) {
         const bool isObject = document.kind(node) == MiniKDXParser::lineObject;
         if (!isObject && (names.empty() || document.kind(node) != MiniKDXParser::lineParameter))
             continue;
-        std::string key = std::to_string(objects.at(document.parent(node)));
+        const std::size_t parent = seen.at(document.parent(node));
         const std::string first = document.first(node);
         if (isObject) {
-            kiv::appendLevel(key, first, document.second(node));
-            objects[node] = numbers.try_emplace(key, numbers.size() + 1).first->second;
+            std::string level;
+            kiv::appendLevel(level, first, document.second(node));
+            seen[node] = numberBelow(numbers, parent, level);
         } else if (std::find(names.begin(), names.end(), first) != names.end()) {
-            numbers.try_emplace(key + '=' + first, numbers.size() + 1);
+            seen[node] = numberOf(numbers, std::to_string(parent) + '=' + first);
         }
     }
-    return numbers.size();
+    return seen;
 }
 
-/// Makes a change after which readers must see as many objects and parameters as before.
+/// Makes a change after which readers must take nothing for one that was two before.
 template <typename Change>
 void changeUnmerged(const KDXDocument& document, const Names& names, const Change& change) {
-    const std::size_t before = countSeen(document, names);
+    const Seen before = whatIsSeen(document, names);
     change();
-    if (countSeen(document, names) < before) throw Trouble(kMerges);
+    std::unordered_map<std::size_t, std::size_t> former;
+    for (const auto& [node, number] : whatIsSeen(document, names)) {
+        const std::size_t was = before.at(node);
+        if (former.try_emplace(number, was).first->second != was) throw Trouble(kMerges);
+    }
 }
 
 KDXSteps joined(KDXSteps path, const KDXSteps& behind) {

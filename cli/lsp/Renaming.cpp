@@ -1,11 +1,11 @@
 #include "Features.h"
 #include "Nodes.h"
+#include "edits/Edit.h"
 
 namespace kdx::lsp {
 namespace {
 
 constexpr const char* kNoName = "here is no name of an object or a parameter";
-constexpr const char* kTaken = "the name is taken: readers would take the two for one";
 
 /// What is renamed: the type or the name of an object, or the name of a parameter.
 Part partAt(const Cursor& cursor) {
@@ -20,19 +20,13 @@ bool hasName(const Cursor& cursor) {
     return spanOf(cursor.tree, cursor.node, partAt(cursor)).touches(cursor.offset);
 }
 
-/// Whether there is already what the new name would stand for.
-bool isTaken(const Cursor& cursor, Part part, const std::string& name) {
+RenameEdit renaming(const Cursor& cursor, const std::string& name) {
     const Tree& tree = cursor.tree;
     if (isParameter(tree, cursor.node))
-        return !tree.findParameters(pathOf(tree, tree.parent(cursor.node)), name).empty();
-    kiv::KDXSteps path = pathOf(tree, cursor.node);
-    (part == Part::first ? path.back().type : path.back().name) = name;
-    return !tree.findObjects(path).empty();
-}
-
-void renameNode(Tree& tree, Node node, Part part, const std::string& name) {
-    if (isObject(tree, node) && part == Part::first) return tree.setType(node, name);
-    tree.setName(node, name);
+        return {{pathOf(tree, tree.parent(cursor.node)), tree.first(cursor.node)}, name, {}};
+    const Target object{pathOf(tree, cursor.node), {}};
+    if (partAt(cursor) == Part::first) return {object, {}, name};
+    return {object, name, {}};
 }
 
 }  // namespace
@@ -51,10 +45,8 @@ Json rename(const Documents& documents, const Json& params) {
     const Cursor cursor = cursorOf(documents, params);
     const std::string& name = textAt(params, "newName");
     if (!hasName(cursor)) throw RequestError(ErrorCode::requestFailed, kNoName);
-    const Part part = partAt(cursor);
-    if (isTaken(cursor, part, name)) throw RequestError(ErrorCode::requestFailed, kTaken);
     Tree renamed = cursor.tree;
-    for (const Node node : sameAs(cursor.tree, cursor.node)) renameNode(renamed, node, part, name);
+    applyEdit(renamed, {renaming(cursor, name)});
     return cursor.document.workspaceEdit(renamed.textEdits());
 }
 

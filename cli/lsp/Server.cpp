@@ -7,6 +7,7 @@
 
 #include "Features.h"
 #include "Version.h"
+#include "base/Status.h"
 
 namespace kdx::lsp {
 namespace {
@@ -80,6 +81,8 @@ void guarded(Work work, Fail fail) {
         fail(ErrorCode::invalidParams, kBadParams);
     } catch (const kiv::Error& error) {
         fail(ErrorCode::requestFailed, error.message());
+    } catch (const Trouble& trouble) {
+        fail(ErrorCode::requestFailed, trouble.what());
     } catch (const std::exception& error) {
         fail(ErrorCode::internalError, error.what());
     }

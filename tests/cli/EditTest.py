@@ -67,6 +67,7 @@ REFUSED = [
     ("unset f /Sample:*/B", 1, "f: error: has no object /Sample:*/B\n"),
     ("rename f /Sample:s1 s2", 2, "f:4:1: error: would be one with what has that name there alre"),
     ("rename f '/Sample:*' s3", 2, "f:4:1: error: would be one with what has that name there alr"),
+    ("rename levels /A:q b/C:d", 2, "levels:5:1: error: would be one with what has that name ther"),
     ("move f /Sample:s2 --into '/*'", 2, "f:11:1: error: a pattern names no single object: /* "),
     ("rename f --type /Sample:s1 a:b", 2, "f:4:1: error: KDX cannot carry this: a name consists of "
      "letters, digits, blanks, '&', '.' and '_'"),
@@ -152,7 +153,8 @@ class Edit(KdxTest):
                 self.assertEqual((sorted(changed), status, errors), (sorted(lines), bool(lines), ""))
 
     def test_refusals(self):
-        self.write({"slash": "A: a/b\nx = 1\nEND\n"})
+        self.write({"slash": "A: a/b\nx = 1\nEND\n",
+                    "levels": "A: b\nC: d\nEND\nEND\nA: q\nEND\n"})
         for arguments, status, message in REFUSED:
             with self.subTest(arguments=arguments):
                 got, output, errors = self.run_kdx(arguments)
