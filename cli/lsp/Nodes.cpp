@@ -26,7 +26,8 @@ Cursor cursorAt(const OpenDocument& document, const Json& position) {
 }
 
 Cursor cursorOf(const Documents& documents, const Json& params) {
-    return cursorAt(documentOf(documents, params), params.at("position"));
+    const OpenDocument& document = documentOf(documents, params);
+    return cursorAt(document, params.at("position"));
 }
 
 bool isObject(const Tree& tree, Node node) {
