@@ -13,7 +13,7 @@
 #   scripts/install-deps.sh site       likewise for scripts/site.sh
 set -eu
 
-packages="g++ cmake ninja-build pkg-config python3 \
+packages="g++ cmake ninja-build pkg-config python3 git \
     libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libeditorconfig-dev"
 case "${1-}" in
     '') ;;
