@@ -6,6 +6,7 @@ cd "$(dirname "$0")/.."
 scripts/install-deps.sh windows
 cmake --preset mingw
 cmake --build --preset mingw --parallel "$(nproc)"
-scripts/wine-run wineboot --init
+# At times Wine does not find its own programs while it makes their folder.
+scripts/wine-run wineboot --init || scripts/wine-run wineboot --init
 ctest --preset mingw
 scripts/wine-run build/mingw/bin/kivTests.exe --gtest_brief=1
