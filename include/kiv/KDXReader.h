@@ -92,7 +92,7 @@ public:
     std::string_view lineEnd() const noexcept;
 
     /// Whether the statement consists of several lines.
-    bool isContinued() const noexcept { return lastLine != firstLine; }
+    bool isContinued() const noexcept { return nextLine - firstLine > 1; }
 
     /// The number, from 1, of the line of the statement's first byte; place() may lie further down,
     /// behind a line with a backslash alone.
@@ -130,7 +130,7 @@ private:
         std::string_view first;
         std::string_view second;
         std::string_view line;
-        std::size_t commentBegin = 0;  // in the line; its end when there is no comment
+        std::size_t hash = 0;  // the first one in the line; its end when there is none
         std::string_view source;
         std::size_t depth = 0;
     };
@@ -138,7 +138,7 @@ private:
     std::unique_ptr<State> state;
     Statement current;
     std::size_t firstLine = 0;  // of the statement, from 0
-    std::size_t lastLine = 0;
+    std::size_t nextLine = 0;   // the first one behind it
     bool tooDeep = false;
 };
 

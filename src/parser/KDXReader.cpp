@@ -38,6 +38,14 @@ std::size_t sourceOffsetOf(std::string_view source, std::size_t offset) {
     return found;
 }
 
+/// Where the comment of a statement begins in its line, the end of the line when it has none.
+template <typename Statement>
+std::size_t commentBegin(const Statement& statement) {
+    return statement.kind == MiniKDXParser::lineVerbatim
+               ? detail::findComment(statement.line, statement.hash)
+               : detail::commentBegin(statement.line, statement.hash);
+}
+
 void refuse(const char* function) {
     throw internal::error("KDXReader", function, "There is no byte at this position.",
                           errorTypeFailure);
@@ -49,20 +57,12 @@ struct KDXReader::State {
     explicit State(std::string_view wholeText, std::size_t limit)
         : text(wholeText), lines(text.substr(detail::byteOrderMarkLength(text))), maxDepth(limit) {}
 
-    /// The index of the line in which the text ends.
-    std::size_t endLine() const { return nextLine - (nextLine > 0 && text.back() != '\n' ? 1 : 0); }
-
-    /// Counts the open objects. @return how many are around the statement.
-    std::size_t enter(MiniKDXParser::lineType kind) {
-        if (kind == MiniKDXParser::lineObject) return openObjects++;
-        if (kind == MiniKDXParser::lineEnd && openObjects > 0) --openObjects;
-        return openObjects;
-    }
+    /// The end of what was read of the text.
+    const char* behindRead() const { return text.data() + text.size() - lines.unread(); }
 
     std::string_view text;
     detail::BorrowedTextLines lines;
     detail::LogicalLineReader logicalLines;
-    std::size_t nextLine = 0;  // the index of the physical line behind the statement
     std::size_t openObjects = 0;
     std::size_t maxDepth;
 };
@@ -78,34 +78,36 @@ KDXReader::~KDXReader() = default;
 bool KDXReader::next() {
     if (tooDeep) return false;
     const char* const begin = current.source.data() + current.source.size();
-    const std::size_t unread = state->lines.unread();
-    firstLine = lastLine = state->nextLine;
+    firstLine = nextLine;
+    std::size_t lastLine = nextLine;
+    std::string_view line;
     detail::LineParts parts{};
-    if (!state->logicalLines.read(state->lines, lastLine, current.line, parts)) {
-        firstLine = lastLine = state->endLine();
+    if (!state->logicalLines.read(state->lines, lastLine, line, parts)) {
+        if (firstLine > 0 && state->text.back() != '\n') --firstLine;  // where the text ends
         current = {};
-        current.source = {begin, unread};
+        current.source = {begin, 0};
         return false;
     }
-    state->nextLine = lastLine + 1;
+    nextLine = lastLine + 1;
     current.kind = parts.kind;
     current.first = parts.first;
     current.second = parts.second;
-    current.commentBegin = parts.kind == MiniKDXParser::lineVerbatim
-                               ? detail::findComment(current.line, parts.hash)
-                               : detail::commentBegin(current.line, parts.hash);
-    current.source = {begin, unread - state->lines.unread()};
-    current.depth = state->enter(parts.kind);
-    tooDeep = current.kind == MiniKDXParser::lineObject && current.depth >= state->maxDepth;
+    current.line = line;
+    current.hash = parts.hash;
+    current.source = {begin, static_cast<std::size_t>(state->behindRead() - begin)};
+    if (parts.kind == MiniKDXParser::lineEnd && state->openObjects > 0) --state->openObjects;
+    current.depth = state->openObjects;
+    if (parts.kind != MiniKDXParser::lineObject) return true;
+    tooDeep = state->openObjects++ >= state->maxDepth;
     return !tooDeep;
 }
 
 std::string_view KDXReader::comment() const noexcept {
-    return detail::withoutTrailingBlanks(current.line.substr(current.commentBegin));
+    return detail::withoutTrailingBlanks(current.line.substr(commentBegin(current)));
 }
 
 std::string_view KDXReader::text() const noexcept {
-    return detail::withoutOuterBlanks(current.line.substr(0, current.commentBegin));
+    return detail::withoutOuterBlanks(current.line.substr(0, commentBegin(current)));
 }
 
 std::string_view KDXReader::lineEnd() const noexcept {
@@ -135,7 +137,7 @@ public:
         if (part == Part::text) return indentationOf(statement.line) + byte;
         if (part == Part::first) return offsetInFirst(byte);
         if (part == Part::second) return offsetInSecond(byte);
-        return statement.commentBegin + byte;
+        return commentBegin(statement) + byte;
     }
 
 private:

@@ -78,7 +78,8 @@ private:
         }
         const std::string_view first = nameOf(line, shape);
         std::string_view second = line.substr(0, commentBegin(line, shape.hash));
-        second.remove_prefix(shape.nameEnd + 1);
+        // A space behind the separator, as writers write it, without a loop.
+        second.remove_prefix(shape.nameEnd + (begin[shape.nameEnd + 1] == ' ' ? 2 : 1));
         second = withoutOuterBlanks(second);
         if (stop == '=') return {MiniKDXParser::lineParameter, first, second, shape.hash};
         return {MiniKDXParser::lineObject, first, simplified(second, simplifiedSecond), shape.hash};
