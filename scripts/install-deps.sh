@@ -8,7 +8,7 @@
 #   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
 #   scripts/install-deps.sh editors    likewise the editors that the tests run
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
-#   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
+#   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh and test-source.sh
 #   scripts/install-deps.sh archives   likewise for scripts/make-archives.sh and test-archives.sh
 #   scripts/install-deps.sh site       likewise for scripts/site.sh
 set -eu
