@@ -27,7 +27,7 @@ sourceArchive=$folder/first/${tree##*/}.tar.gz
 
 # build NAME OPTION...: builds the consumer as NAME.
 build() {
-    cmake -S "$tree/tests/consumer" -B "$@"
+    cmake -S "$tree/tests/consumer" -G Ninja -B "$@"
     cmake --build "$1" --parallel "$(nproc)"
 }
 
