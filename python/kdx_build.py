@@ -3,6 +3,7 @@
 import io
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import sysconfig
@@ -31,7 +32,8 @@ def _install(build, files):
     """Puts the package and the library into `files`."""
     options = ["CMAKE_BUILD_TYPE=Release", "KIV_BUILD_TOOL=OFF", "KIV_BUILD_PYTHON=ON"]
     options.append(f"Python_EXECUTABLE={sys.executable}")
-    _cmake("-S", ROOT, "-B", build, *[f"-D{option}" for option in options])
+    generator = ["-G", "Ninja"] if shutil.which("ninja") else []
+    _cmake("-S", ROOT, "-B", build, *generator, *[f"-D{option}" for option in options])
     _cmake("--build", build, "--parallel", 2)
     _cmake("--install", build, "--component", "python", "--prefix", files, "--strip")
 

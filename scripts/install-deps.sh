@@ -8,7 +8,7 @@
 #   scripts/install-deps.sh windows    that of the first, and what scripts/test-windows.sh needs besides
 #   scripts/install-deps.sh editors    likewise the editors that the tests run
 #   scripts/install-deps.sh platforms  likewise for scripts/test-all-platforms.sh
-#   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh
+#   scripts/install-deps.sh packages   likewise for scripts/test-packages.sh and test-source.sh
 #   scripts/install-deps.sh archives   likewise for scripts/make-archives.sh and test-archives.sh
 #   scripts/install-deps.sh site       likewise for scripts/site.sh
 set -eu
@@ -28,7 +28,8 @@ case "${1-}" in
         command -v npm >/dev/null || packages="$packages nodejs npm"
         ;;
     platforms) packages="$packages googletest qemu-user-static g++-s390x-linux-gnu g++-i686-linux-gnu" ;;
-    packages) packages="$packages debhelper debootstrap dh-python dpkg-dev lintian pybind11-dev python3-dev" ;;
+    packages) packages="$packages build-essential debhelper debootstrap dh-python lintian pybind11-dev \
+        python3-dev" ;;
     archives) packages="$packages g++-mingw-w64-x86-64-posix libpcre2-dev wine wine64 zip unzip" ;;
     site)
         packages="$packages doxygen doxygen-awesome-css emscripten chromium"

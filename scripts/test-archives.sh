@@ -18,16 +18,16 @@ user=$folder/user
 rm -rf "$user"
 mkdir "$user"
 cd "$user"
-sourceArchive=$(echo "$folder"/first/kdx-*[0-9].tar.gz)
 for archive in "$folder"/first/*.tar.gz; do tar -x -f "$archive"; done
 unzip -q "$folder"/first/*.zip
 linux=$(echo "$PWD"/kdx-*-linux-x86_64)
 windows=$(echo "$PWD"/kdx-*-windows-x86_64)
-tree=$PWD/$(basename "$sourceArchive" .tar.gz)
+tree=${linux%-linux-x86_64}
+sourceArchive=$folder/first/${tree##*/}.tar.gz
 
 # build NAME OPTION...: builds the consumer as NAME.
 build() {
-    cmake -S "$tree/tests/consumer" -B "$@"
+    cmake -S "$tree/tests/consumer" -G Ninja -B "$@"
     cmake --build "$1" --parallel "$(nproc)"
 }
 

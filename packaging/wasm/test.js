@@ -15,6 +15,7 @@ const rows = [
     ["format", "\ufeffA:\r\nEND\r\n", "\ufeffA:\r\nEND\r\n"],
     ["formatDiff", kLaidOut, ""],
     ["fix", "A:\nend\nEND\nEND\n", "A:\nend\nEND\n"],
+    ["fixDiff", "A:\nEND\nEND\n", "--- /text.kdx\n+++ /text.kdx\n@@ -1,3 +1,2 @@\n A:\n END\n-END\n"],
     ["tree", kText, "Sample: s1 (1 parameter)\n"],
     ["fromMap", kMap, "Sample: s1\n  Gain = 10\nEND # Sample:s1\n"],
 ];

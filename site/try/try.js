@@ -143,10 +143,12 @@ function stateOf(problems) {
     return parts.join(", ") || "No problem";
 }
 
-function applyFix({ line, gone, added }) {
+function applyFix(problem) {
+    const { line, gone, added } = problem.fix;
     const lines = editor.value.split("\n");
     lines.splice(line - 1, gone, ...added);
     replaceText(lines.join("\n"));
+    goTo(problem);
 }
 
 function fixButton(problem, description) {
@@ -155,7 +157,7 @@ function fixButton(problem, description) {
     button.className = "fix";
     button.textContent = "Fix";
     button.setAttribute("aria-label", `Fix ${description}`);
-    button.addEventListener("click", () => applyFix(problem.fix));
+    button.addEventListener("click", () => applyFix(problem));
     return button;
 }
 

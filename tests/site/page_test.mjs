@@ -57,14 +57,16 @@ test("problems stand at their places, a click leads there, a fix applies", async
 test("a fix is made of one problem, by keyboard", async () => {
     const page = await opened("A:\nEND\nEND\nEND\nB:\nEND\nEND\n");
     const fixes = page.locator("#view li .fix");
-    for (const [index, expected] of [
-        [2, "A:\nEND\nEND\nEND\nB:\nEND\n"], [0, "A:\nEND\nEND\nB:\nEND\n"],
+    for (const [index, expected, place] of [
+        [2, "A:\nEND\nEND\nEND\nB:\nEND\n", 22], [0, "A:\nEND\nEND\nB:\nEND\n", 7],
     ]) {
         await fixes.nth(index).focus();
         await page.keyboard.press("Enter");
         await page.waitForFunction((text) => document.getElementById("text").value === text, expected);
         await page.waitForFunction((count) =>
             document.querySelectorAll("#view .fix").length === count, index || 1);
+        assert.strictEqual(await page.evaluate(() =>
+            document.getElementById("text").selectionStart), place);
     }
     await page.screenshot({ path: `${folder}/fix.png` });
     await closed(page);
