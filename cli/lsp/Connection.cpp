@@ -54,20 +54,17 @@ bool Connection::read() {
 }
 
 void Connection::sort(Json message) {
-    const bool takesBack = message.is_object() && message.contains("method") &&
-                           message["method"] == "$/cancelRequest" && message.contains("params") &&
-                           message["params"].is_object() && message["params"].contains("id");
-    if (!takesBack) {
-        waiting.push_back(std::move(message));
-        return;
-    }
-    const Json& id = message["params"]["id"];
-    if (id.is_primitive()) cancelled.insert(id.dump());
+    static const Json::json_pointer method("/method");
+    static const Json::json_pointer id("/params/id");
+    const bool takesBack = message.contains(method) && message[method] == "$/cancelRequest";
+    if (takesBack && message.contains(id) && message[id].is_primitive())
+        cancelled.insert(message[id].dump());
+    if (!takesBack) waiting.push_back(std::move(message));
 }
 
-void Connection::send(const Json& message) {
-    // Texts of a client are UTF-8, but a message may quote a part of a character.
-    writeOutput(framed(message.dump(-1, ' ', false, Json::error_handler_t::replace)));
+void Connection::send(std::string_view message) {
+    writeOutput(headerOf(message));
+    writeOutput(message);
     finishOutput();
 }
 

@@ -15,9 +15,8 @@ std::size_t unitsOf(char c) {
 
 }  // namespace
 
-EditorText::EditorText(std::string givenText) : content(std::move(givenText)) {
-    findLines(0, content.size(), lines);
-}
+EditorText::EditorText(std::string givenText)
+    : content(std::move(givenText)), lines(linesIn(0, content.size())) {}
 
 std::size_t EditorText::offsetOf(const Position& position) const {
     if (position.line >= lines.size()) return content.size();
@@ -57,8 +56,7 @@ void EditorText::replace(std::size_t begin, std::size_t end, std::string_view re
     for (auto line = firstKept; line != lines.end(); ++line)
         *line = *line - end + begin + replacement.size();
     content.replace(begin, end - begin, replacement);
-    std::vector<std::size_t> found;
-    findLines(begin, begin + replacement.size(), found);
+    const std::vector<std::size_t> found = linesIn(begin, begin + replacement.size());
     const auto gap = lines.erase(firstLost, firstKept);
     lines.insert(gap, found.begin(), found.end());
     lastOffset = 0;
@@ -78,10 +76,11 @@ std::size_t EditorText::lineEnd(std::size_t line) const {
     return end;
 }
 
-void EditorText::findLines(std::size_t begin, std::size_t end,
-                           std::vector<std::size_t>& found) const {
+std::vector<std::size_t> EditorText::linesIn(std::size_t begin, std::size_t end) const {
+    std::vector<std::size_t> found;
     for (std::size_t offset = begin; offset <= end; ++offset)
         if (isLineBegin(offset)) found.push_back(offset);
+    return found;
 }
 
 }  // namespace kdx::lsp

@@ -40,7 +40,7 @@ public:
 private:
     bool isLineBegin(std::size_t offset) const;
     std::size_t lineEnd(std::size_t line) const;
-    void findLines(std::size_t begin, std::size_t end, std::vector<std::size_t>& found) const;
+    std::vector<std::size_t> linesIn(std::size_t begin, std::size_t end) const;
 
     std::string content;
     std::vector<std::size_t> lines;      // where each begins

@@ -69,8 +69,8 @@ bool FrameReader::readHeaders() {
     return inBody = true;
 }
 
-std::string framed(std::string_view message) {
-    return "Content-Length: " + std::to_string(message.size()) + "\r\n\r\n" + std::string(message);
+std::string headerOf(std::string_view message) {
+    return "Content-Length: " + std::to_string(message.size()) + "\r\n\r\n";
 }
 
 }  // namespace kdx::lsp

@@ -117,15 +117,4 @@ Json OpenDocument::workspaceEdit(const std::vector<kiv::KDXTextEdit>& edits) con
     return {{"changes", {{name, textEdits(edits)}}}};
 }
 
-const OpenDocument& documentOf(const Documents& documents, const Json& params) {
-    const auto found = documents.find(textAt(params.at("textDocument"), "uri"));
-    if (found == documents.end())
-        throw RequestError(ErrorCode::invalidParams, "the document is not open");
-    return found->second;
-}
-
-OpenDocument& documentOf(Documents& documents, const Json& params) {
-    return const_cast<OpenDocument&>(documentOf(std::as_const(documents), params));
-}
-
 }  // namespace kdx::lsp

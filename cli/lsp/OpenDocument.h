@@ -60,8 +60,13 @@ private:
 /// The texts that are open, by their names.
 using Documents = std::map<std::string, OpenDocument>;
 
-/// The text that a request speaks of. @throws RequestError when it is not open.
-const OpenDocument& documentOf(const Documents& documents, const Json& params);
-OpenDocument& documentOf(Documents& documents, const Json& params);
+/// The text that a request speaks of, of texts that may change or not.
+/// @throws RequestError when it is not open.
+template <typename Texts>
+auto& documentOf(Texts& documents, const Json& params) {
+    const auto found = documents.find(textAt(params.at("textDocument"), "uri"));
+    if (found != documents.end()) return found->second;
+    throw RequestError(ErrorCode::invalidParams, "the document is not open");
+}
 
 }  // namespace kdx::lsp
