@@ -49,8 +49,8 @@ bool EditorText::isInsideLineEnd(std::size_t offset) const {
            content[offset] == '\n';
 }
 
-void EditorText::replace(std::size_t begin, std::size_t end, std::string_view replacement) {
-    if (end < begin) std::swap(begin, end);
+void EditorText::replace(Span span, std::string_view replacement) {
+    const auto [begin, end] = std::minmax(span.begin, span.end);
     const auto firstLost = std::lower_bound(lines.begin(), lines.end(), begin);
     const auto firstKept = std::upper_bound(firstLost, lines.end(), end);
     for (auto line = firstKept; line != lines.end(); ++line)

@@ -13,6 +13,14 @@ struct Position {
     std::size_t character = 0;
 };
 
+/// Some bytes of a text.
+struct Span {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+
+    bool touches(std::size_t offset) const { return begin <= offset && offset <= end; }
+};
+
 /// A text as an editor has it, in UTF-8: the one place where positions of editors become offsets in
 /// bytes, and back. Lines end in LF, CR LF, or CR, as they do for editors; for KDX they end in LF.
 class EditorText {
@@ -35,7 +43,7 @@ public:
     bool isInsideLineEnd(std::size_t offset) const;
 
     /// Replaces what stands between two offsets, in whatever order they come.
-    void replace(std::size_t begin, std::size_t end, std::string_view replacement);
+    void replace(Span span, std::string_view replacement);
 
 private:
     bool isLineBegin(std::size_t offset) const;

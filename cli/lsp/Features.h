@@ -21,9 +21,6 @@ WrittenAnswer documentSymbols, semanticTokens;
 /// What the client has to know to ask for tokens.
 Json semanticTokensOptions();
 
-/// One problem of a text.
-Json diagnostic(const OpenDocument& document, const kiv::KDXCheck::Problem& problem);
-
 /// The problems of a text, as the client is told without having asked.
 Json diagnostics(const OpenDocument& document);
 

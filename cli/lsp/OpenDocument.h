@@ -38,9 +38,9 @@ public:
 
     // ---- As the protocol writes places.
 
-    Json position(std::size_t offset) const;
     Json range(std::size_t begin, std::size_t end) const;
     std::size_t offsetOf(const Json& position) const;
+    Span spanOf(const Json& range) const;
     /// An edit as short as can be.
     Json textEdit(const kiv::KDXTextEdit& whole) const;
     Json textEdits(const std::vector<kiv::KDXTextEdit>& edits) const;

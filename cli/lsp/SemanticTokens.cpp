@@ -78,9 +78,7 @@ private:
 std::string semanticTokens(const Documents& documents, const Json& params) {
     const OpenDocument& document = documentOf(documents, params);
     Span window{0, document.text().text().size()};
-    if (params.contains("range"))
-        window = {document.offsetOf(params["range"].at("start")),
-                  document.offsetOf(params["range"].at("end"))};
+    if (params.contains("range")) window = document.spanOf(params["range"]);
     return Tokens(document, window).write();
 }
 
