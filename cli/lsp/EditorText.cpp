@@ -30,6 +30,7 @@ std::size_t EditorText::offsetOf(const Position& position) const {
 }
 
 Position EditorText::positionOf(std::size_t offset) const {
+    if (isInsideLineEnd(offset)) --offset;
     const auto behind = std::upper_bound(lines.begin(), lines.end(), offset);
     const auto line = static_cast<std::size_t>(behind - lines.begin()) - 1;
     if (line != last.line || offset < lastOffset) {

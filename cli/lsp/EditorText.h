@@ -33,13 +33,14 @@ public:
     /// text, and the middle of a character its begin.
     std::size_t offsetOf(const Position& position) const;
 
-    /// Takes time in proportion to the line; of ascending offsets in it, to what lies between.
+    /// Between CR and LF, where no position is, that in front of them. Takes time in proportion to
+    /// the line; of ascending offsets in it, to what lies between.
     Position positionOf(std::size_t offset) const;
 
     /// The offset of the beginning of the line that holds an offset.
     std::size_t lineBegin(std::size_t offset) const;
 
-    /// Whether an offset lies between CR and LF, where no position is.
+    /// Whether an offset lies between CR and LF.
     bool isInsideLineEnd(std::size_t offset) const;
 
     /// Replaces what stands between two offsets, in whatever order they come.

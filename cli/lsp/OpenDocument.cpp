@@ -103,8 +103,7 @@ Json OpenDocument::textEdit(const kiv::KDXTextEdit& whole) const {
     const bool toReturn = content.isInsideLineEnd(end);
     const std::string wider =
         (fromLineFeed ? "\r" : "") + edit.replacement + (toReturn ? "\n" : "");
-    return {{"range", range(edit.offset - (fromLineFeed ? 1 : 0), end + (toReturn ? 1 : 0))},
-            {"newText", wider}};
+    return {{"range", range(edit.offset, end + (toReturn ? 1 : 0))}, {"newText", wider}};
 }
 
 Json OpenDocument::textEdits(const std::vector<kiv::KDXTextEdit>& edits) const {
