@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "Frame.h"
 #include "Protocol.h"
@@ -25,7 +26,7 @@ public:
     bool isCancelled(const Json& message);
 
     /// @throws Trouble when the client no longer listens.
-    static void send(const Json& message);
+    static void send(std::string_view message);
 
 private:
     bool read();

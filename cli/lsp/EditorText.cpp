@@ -15,9 +15,8 @@ std::size_t unitsOf(char c) {
 
 }  // namespace
 
-EditorText::EditorText(std::string givenText) : content(std::move(givenText)) {
-    findLines(0, content.size(), lines);
-}
+EditorText::EditorText(std::string givenText)
+    : content(std::move(givenText)), lines(linesIn(0, content.size())) {}
 
 std::size_t EditorText::offsetOf(const Position& position) const {
     if (position.line >= lines.size()) return content.size();
@@ -31,6 +30,7 @@ std::size_t EditorText::offsetOf(const Position& position) const {
 }
 
 Position EditorText::positionOf(std::size_t offset) const {
+    if (isInsideLineEnd(offset)) --offset;
     const auto behind = std::upper_bound(lines.begin(), lines.end(), offset);
     const auto line = static_cast<std::size_t>(behind - lines.begin()) - 1;
     if (line != last.line || offset < lastOffset) {
@@ -50,15 +50,14 @@ bool EditorText::isInsideLineEnd(std::size_t offset) const {
            content[offset] == '\n';
 }
 
-void EditorText::replace(std::size_t begin, std::size_t end, std::string_view replacement) {
-    if (end < begin) std::swap(begin, end);
+void EditorText::replace(Span span, std::string_view replacement) {
+    const auto [begin, end] = std::minmax(span.begin, span.end);
     const auto firstLost = std::lower_bound(lines.begin(), lines.end(), begin);
     const auto firstKept = std::upper_bound(firstLost, lines.end(), end);
     for (auto line = firstKept; line != lines.end(); ++line)
         *line = *line - end + begin + replacement.size();
     content.replace(begin, end - begin, replacement);
-    std::vector<std::size_t> found;
-    findLines(begin, begin + replacement.size(), found);
+    const std::vector<std::size_t> found = linesIn(begin, begin + replacement.size());
     const auto gap = lines.erase(firstLost, firstKept);
     lines.insert(gap, found.begin(), found.end());
     lastOffset = 0;
@@ -78,10 +77,11 @@ std::size_t EditorText::lineEnd(std::size_t line) const {
     return end;
 }
 
-void EditorText::findLines(std::size_t begin, std::size_t end,
-                           std::vector<std::size_t>& found) const {
+std::vector<std::size_t> EditorText::linesIn(std::size_t begin, std::size_t end) const {
+    std::vector<std::size_t> found;
     for (std::size_t offset = begin; offset <= end; ++offset)
         if (isLineBegin(offset)) found.push_back(offset);
+    return found;
 }
 
 }  // namespace kdx::lsp

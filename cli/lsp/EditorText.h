@@ -13,6 +13,14 @@ struct Position {
     std::size_t character = 0;
 };
 
+/// Some bytes of a text.
+struct Span {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+
+    bool touches(std::size_t offset) const { return begin <= offset && offset <= end; }
+};
+
 /// A text as an editor has it, in UTF-8: the one place where positions of editors become offsets in
 /// bytes, and back. Lines end in LF, CR LF, or CR, as they do for editors; for KDX they end in LF.
 class EditorText {
@@ -25,22 +33,23 @@ public:
     /// text, and the middle of a character its begin.
     std::size_t offsetOf(const Position& position) const;
 
-    /// Takes time in proportion to the line; of ascending offsets in it, to what lies between.
+    /// Between CR and LF, where no position is, that in front of them. Takes time in proportion to
+    /// the line; of ascending offsets in it, to what lies between.
     Position positionOf(std::size_t offset) const;
 
     /// The offset of the beginning of the line that holds an offset.
     std::size_t lineBegin(std::size_t offset) const;
 
-    /// Whether an offset lies between CR and LF, where no position is.
+    /// Whether an offset lies between CR and LF.
     bool isInsideLineEnd(std::size_t offset) const;
 
     /// Replaces what stands between two offsets, in whatever order they come.
-    void replace(std::size_t begin, std::size_t end, std::string_view replacement);
+    void replace(Span span, std::string_view replacement);
 
 private:
     bool isLineBegin(std::size_t offset) const;
     std::size_t lineEnd(std::size_t line) const;
-    void findLines(std::size_t begin, std::size_t end, std::vector<std::size_t>& found) const;
+    std::vector<std::size_t> linesIn(std::size_t begin, std::size_t end) const;
 
     std::string content;
     std::vector<std::size_t> lines;      // where each begins

@@ -10,15 +10,16 @@ namespace kdx::lsp {
 /// @throws RequestError, Json::exception or kiv::Error where there is none.
 using Answer = Json(const Documents& documents, const Json& params);
 
-Answer codeActions, completion, definition, documentSymbols, foldingRanges, formatting, highlight,
-    hover, prepareRename, rangeFormatting, references, rename, selectionRanges, semanticTokens,
-    semanticTokensInRange, workspaceSymbols;
+Answer codeActions, completion, definition, foldingRanges, formatting, highlight, hover,
+    prepareRename, rangeFormatting, references, rename, selectionRanges, workspaceSymbols;
+
+/// The same as JSON text, for a result that may be long.
+using WrittenAnswer = std::string(const Documents& documents, const Json& params);
+
+WrittenAnswer documentSymbols, semanticTokens;
 
 /// What the client has to know to ask for tokens.
 Json semanticTokensOptions();
-
-/// One problem of a text.
-Json diagnostic(const OpenDocument& document, const kiv::KDXCheck::Problem& problem);
 
 /// The problems of a text, as the client is told without having asked.
 Json diagnostics(const OpenDocument& document);

@@ -85,8 +85,7 @@ std::vector<KDXTextEdit> layoutOf(const OpenDocument& document) {
 /// The bytes of the statements that a range touches.
 std::pair<std::size_t, std::size_t> statementsIn(const OpenDocument& document, const Json& range) {
     const kiv::KDXDocument& tree = document.tree();
-    const auto begin = document.offsetOf(range.at("start"));
-    const auto end = document.offsetOf(range.at("end"));
+    const auto [begin, end] = document.spanOf(range);
     const auto first = tree.nodeAt(begin);
     const auto last = tree.nodeAt(end > begin ? end - 1 : end);
     const auto size = document.text().text().size();

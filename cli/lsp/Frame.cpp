@@ -19,11 +19,9 @@ constexpr const char* kBadLength = "standard input: a Content-Length that cannot
 constexpr const char* kNoHeader = "standard input: a header that does not end";
 
 bool isLengthHeader(std::string_view line) {
-    const auto isSame = [](char expected, char c) {
-        return expected == std::tolower(static_cast<unsigned char>(c));
-    };
-    return std::equal(kLengthHeader.begin(), kLengthHeader.end(), line.begin(),
-                      line.begin() + std::min(line.size(), kLengthHeader.size()), isSame);
+    std::string name(line.substr(0, kLengthHeader.size()));
+    for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return name == kLengthHeader;
 }
 
 std::size_t lengthIn(std::string_view line) {
@@ -69,8 +67,8 @@ bool FrameReader::readHeaders() {
     return inBody = true;
 }
 
-std::string framed(std::string_view message) {
-    return "Content-Length: " + std::to_string(message.size()) + "\r\n\r\n" + std::string(message);
+std::string headerOf(std::string_view message) {
+    return "Content-Length: " + std::to_string(message.size()) + "\r\n\r\n";
 }
 
 }  // namespace kdx::lsp

@@ -30,7 +30,7 @@ private:
     bool inBody = false;
 };
 
-/// A message with its headers.
-std::string framed(std::string_view message);
+/// What goes in front of a message.
+std::string headerOf(std::string_view message);
 
 }  // namespace kdx::lsp

@@ -17,14 +17,6 @@ using Tree = kiv::KDXDocument;
 using Node = Tree::Node;
 using Part = KDXReader::Part;
 
-/// Some bytes of a text.
-struct Span {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-
-    bool touches(std::size_t offset) const { return begin <= offset && offset <= end; }
-};
-
 /// The place that a request asks about.
 struct Cursor {
     const OpenDocument& document;

@@ -45,6 +45,10 @@ std::vector<kiv::KDXTextEdit> byLine(std::string_view text, const kiv::KDXTextEd
     return edits;
 }
 
+Json asJson(const Position& position) {
+    return {{"line", position.line}, {"character", position.character}};
+}
+
 }  // namespace
 
 OpenDocument::OpenDocument(std::string givenUri, const Json& textDocument, std::size_t maxDepth)
@@ -63,8 +67,7 @@ void OpenDocument::change(const Json& changes, const Json& version) {
     for (const Json& change : changes) {
         const std::string& replacement = textAt(change, "text");
         if (change.contains("range"))
-            content.replace(offsetOf(change["range"].at("start")),
-                            offsetOf(change["range"].at("end")), replacement);
+            content.replace(spanOf(change["range"]), replacement);
         else
             content = EditorText(replacement);
     }
@@ -80,17 +83,16 @@ const kiv::KDXDocument& OpenDocument::tree() const {
     return *statements;
 }
 
-Json OpenDocument::position(std::size_t offset) const {
-    const Position position = content.positionOf(offset);
-    return {{"line", position.line}, {"character", position.character}};
-}
-
 Json OpenDocument::range(std::size_t begin, std::size_t end) const {
-    return {{"start", position(begin)}, {"end", position(end)}};
+    return {{"start", asJson(content.positionOf(begin))}, {"end", asJson(content.positionOf(end))}};
 }
 
 std::size_t OpenDocument::offsetOf(const Json& position) const {
     return content.offsetOf({countAt(position, "line"), countAt(position, "character")});
+}
+
+Span OpenDocument::spanOf(const Json& range) const {
+    return {offsetOf(range.at("start")), offsetOf(range.at("end"))};
 }
 
 Json OpenDocument::textEdit(const kiv::KDXTextEdit& whole) const {
@@ -101,8 +103,7 @@ Json OpenDocument::textEdit(const kiv::KDXTextEdit& whole) const {
     const bool toReturn = content.isInsideLineEnd(end);
     const std::string wider =
         (fromLineFeed ? "\r" : "") + edit.replacement + (toReturn ? "\n" : "");
-    return {{"range", range(edit.offset - (fromLineFeed ? 1 : 0), end + (toReturn ? 1 : 0))},
-            {"newText", wider}};
+    return {{"range", range(edit.offset, end + (toReturn ? 1 : 0))}, {"newText", wider}};
 }
 
 Json OpenDocument::textEdits(const std::vector<kiv::KDXTextEdit>& edits) const {
@@ -115,17 +116,6 @@ Json OpenDocument::textEdits(const std::vector<kiv::KDXTextEdit>& edits) const {
 
 Json OpenDocument::workspaceEdit(const std::vector<kiv::KDXTextEdit>& edits) const {
     return {{"changes", {{name, textEdits(edits)}}}};
-}
-
-const OpenDocument& documentOf(const Documents& documents, const Json& params) {
-    const auto found = documents.find(textAt(params.at("textDocument"), "uri"));
-    if (found == documents.end())
-        throw RequestError(ErrorCode::invalidParams, "the document is not open");
-    return found->second;
-}
-
-OpenDocument& documentOf(Documents& documents, const Json& params) {
-    return const_cast<OpenDocument&>(documentOf(std::as_const(documents), params));
 }
 
 }  // namespace kdx::lsp

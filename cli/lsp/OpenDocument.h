@@ -38,9 +38,9 @@ public:
 
     // ---- As the protocol writes places.
 
-    Json position(std::size_t offset) const;
     Json range(std::size_t begin, std::size_t end) const;
     std::size_t offsetOf(const Json& position) const;
+    Span spanOf(const Json& range) const;
     /// An edit as short as can be.
     Json textEdit(const kiv::KDXTextEdit& whole) const;
     Json textEdits(const std::vector<kiv::KDXTextEdit>& edits) const;
@@ -60,8 +60,13 @@ private:
 /// The texts that are open, by their names.
 using Documents = std::map<std::string, OpenDocument>;
 
-/// The text that a request speaks of. @throws RequestError when it is not open.
-const OpenDocument& documentOf(const Documents& documents, const Json& params);
-OpenDocument& documentOf(Documents& documents, const Json& params);
+/// The text that a request speaks of, of texts that may change or not.
+/// @throws RequestError when it is not open.
+template <typename Texts>
+auto& documentOf(Texts& documents, const Json& params) {
+    const auto found = documents.find(textAt(params.at("textDocument"), "uri"));
+    if (found != documents.end()) return found->second;
+    throw RequestError(ErrorCode::invalidParams, "the document is not open");
+}
 
 }  // namespace kdx::lsp

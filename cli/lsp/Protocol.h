@@ -33,6 +33,11 @@ private:
     ErrorCode errorCode;
 };
 
+/// JSON as text. Texts of a client are UTF-8, but a message may quote a part of a character.
+inline std::string written(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 /// A member that has to be there and to be a number that counts something.
 /// @throws RequestError, or Json::exception when it is not there.
 inline std::size_t countAt(const Json& json, const char* name) {

@@ -19,13 +19,13 @@ public:
     Tokens(const OpenDocument& givenDocument, const Span& givenWindow)
         : document(givenDocument), window(givenWindow), reader(document.text().text()) {}
 
-    Json find() {
+    std::string write() {
         while (reader.next()) {
             const std::size_t begin = reader.placeInSource(0).offset;
             if (begin >= window.end) break;
             if (begin + reader.source().size() > window.begin) addStatement();
         }
-        return {{"data", std::move(data)}};
+        return json + "]}";
     }
 
 private:
@@ -62,29 +62,24 @@ private:
         for (const std::size_t number :
              {begin.line - last.line, begin.character - (sameLine ? last.character : 0),
               end.character - begin.character, static_cast<std::size_t>(type), std::size_t{0}})
-            data.push_back(number);
+            json.append(json.back() == '[' ? "" : ",").append(std::to_string(number));
         last = begin;
     }
 
     const OpenDocument& document;
     Span window;
     KDXReader reader;
-    Json data = Json::array();
+    std::string json = R"({"data":[)";
     Position last;
 };
 
 }  // namespace
 
-Json semanticTokens(const Documents& documents, const Json& params) {
+std::string semanticTokens(const Documents& documents, const Json& params) {
     const OpenDocument& document = documentOf(documents, params);
-    return Tokens(document, {0, document.text().text().size()}).find();
-}
-
-Json semanticTokensInRange(const Documents& documents, const Json& params) {
-    const OpenDocument& document = documentOf(documents, params);
-    const Json& range = params.at("range");
-    const Span window{document.offsetOf(range.at("start")), document.offsetOf(range.at("end"))};
-    return Tokens(document, window).find();
+    Span window{0, document.text().text().size()};
+    if (params.contains("range")) window = document.spanOf(params["range"]);
+    return Tokens(document, window).write();
 }
 
 Json semanticTokensOptions() {

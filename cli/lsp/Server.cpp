@@ -28,26 +28,31 @@ constexpr int kErrorMessage = 1;  // of MessageType
 struct Feature {
     const char* method;
     const char* capability;  // by which the client learns of it
-    Answer* answer;
+    WrittenAnswer* answer;
 };
 
+template <Answer answer>
+std::string text(const Documents& documents, const Json& params) {
+    return written(answer(documents, params));
+}
+
 constexpr std::array<Feature, 16> kFeatures = {{
-    {"textDocument/codeAction", "codeActionProvider", codeActions},
-    {"textDocument/completion", "completionProvider", completion},
-    {"textDocument/definition", "definitionProvider", definition},
-    {"textDocument/documentHighlight", "documentHighlightProvider", highlight},
+    {"textDocument/codeAction", "codeActionProvider", text<codeActions>},
+    {"textDocument/completion", "completionProvider", text<completion>},
+    {"textDocument/definition", "definitionProvider", text<definition>},
+    {"textDocument/documentHighlight", "documentHighlightProvider", text<highlight>},
     {"textDocument/documentSymbol", "documentSymbolProvider", documentSymbols},
-    {"textDocument/foldingRange", "foldingRangeProvider", foldingRanges},
-    {"textDocument/formatting", "documentFormattingProvider", formatting},
-    {"textDocument/hover", "hoverProvider", hover},
-    {"textDocument/prepareRename", "renameProvider", prepareRename},
-    {"textDocument/rangeFormatting", "documentRangeFormattingProvider", rangeFormatting},
-    {"textDocument/references", "referencesProvider", references},
-    {"textDocument/rename", "renameProvider", rename},
-    {"textDocument/selectionRange", "selectionRangeProvider", selectionRanges},
+    {"textDocument/foldingRange", "foldingRangeProvider", text<foldingRanges>},
+    {"textDocument/formatting", "documentFormattingProvider", text<formatting>},
+    {"textDocument/hover", "hoverProvider", text<hover>},
+    {"textDocument/prepareRename", "renameProvider", text<prepareRename>},
+    {"textDocument/rangeFormatting", "documentRangeFormattingProvider", text<rangeFormatting>},
+    {"textDocument/references", "referencesProvider", text<references>},
+    {"textDocument/rename", "renameProvider", text<rename>},
+    {"textDocument/selectionRange", "selectionRangeProvider", text<selectionRanges>},
     {"textDocument/semanticTokens/full", "semanticTokensProvider", semanticTokens},
-    {"textDocument/semanticTokens/range", "semanticTokensProvider", semanticTokensInRange},
-    {"workspace/symbol", "workspaceSymbolProvider", workspaceSymbols},
+    {"textDocument/semanticTokens/range", "semanticTokensProvider", semanticTokens},
+    {"workspace/symbol", "workspaceSymbolProvider", text<workspaceSymbols>},
 }};
 
 Json capabilities() {
@@ -113,24 +118,25 @@ void Server::answer(const Json& id, const std::string& method, const Json& param
                     bool isCancelled) {
     guarded(
         [&] {
-            Json result = resultOf(method, params, isCancelled);
-            send({{"jsonrpc", "2.0"}, {"id", id}, {"result", std::move(result)}});
+            std::string message = resultOf(method, params, isCancelled);
+            message.insert(0, R"({"jsonrpc":"2.0","id":)" + written(id) + R"(,"result":)");
+            send(message += '}');
         },
         [&](ErrorCode code, const std::string& message) { refuse(id, code, message); });
 }
 
-Json Server::resultOf(const std::string& method, const Json& params, bool isCancelled) {
+std::string Server::resultOf(const std::string& method, const Json& params, bool isCancelled) {
     if (isCancelled) throw RequestError(ErrorCode::requestCancelled, kCancelled);
     if (state == State::shutDown) throw RequestError(ErrorCode::invalidRequest, kShutDown);
     if (method == "initialize") {
         if (state != State::fresh) throw RequestError(ErrorCode::invalidRequest, kInitializedTwice);
         state = State::running;
-        return greeting();
+        return written(greeting());
     }
     if (state == State::fresh) throw RequestError(ErrorCode::serverNotInitialized, kNotInitialized);
     if (method == "shutdown") {
         state = State::shutDown;
-        return nullptr;
+        return "null";
     }
     for (const Feature& feature : kFeatures)
         if (method == feature.method) return feature.answer(open, params);
@@ -174,13 +180,13 @@ void Server::publish(const std::string& uri, const Json& version, Json problems)
 }
 
 void Server::refuse(const Json& id, ErrorCode code, const std::string& message) {
-    send({{"jsonrpc", "2.0"},
-          {"id", id},
-          {"error", {{"code", static_cast<int>(code)}, {"message", message}}}});
+    send(written({{"jsonrpc", "2.0"},
+                  {"id", id},
+                  {"error", {{"code", static_cast<int>(code)}, {"message", message}}}}));
 }
 
 void Server::notify(const char* method, Json params) {
-    send({{"jsonrpc", "2.0"}, {"method", method}, {"params", std::move(params)}});
+    send(written({{"jsonrpc", "2.0"}, {"method", method}, {"params", std::move(params)}}));
 }
 
 }  // namespace kdx::lsp

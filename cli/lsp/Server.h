@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "OpenDocument.h"
 #include "Protocol.h"
@@ -10,11 +11,11 @@
 namespace kdx::lsp {
 
 /// A language server, apart from how messages come and go: it is handed each message of the client
-/// and sends its own. Whatever a message says is answered as the protocol asks; nothing is thrown
-/// but what sending throws.
+/// and sends its own, as JSON. Whatever a message says is answered as the protocol asks; nothing is
+/// thrown but what sending throws.
 class Server {
 public:
-    using Send = std::function<void(const Json&)>;
+    using Send = std::function<void(std::string_view)>;
 
     /// @param maxDepth so many objects may be open at a time in a text.
     Server(Send givenSend, std::size_t maxDepth);
@@ -38,7 +39,7 @@ private:
 
     void answer(const Json& id, const std::string& method, const Json& params, bool isCancelled);
     void take(const std::string& method, const Json& params);
-    Json resultOf(const std::string& method, const Json& params, bool isCancelled);
+    std::string resultOf(const std::string& method, const Json& params, bool isCancelled);
     void refuse(const Json& id, ErrorCode code, const std::string& message);
     void notify(const char* method, Json params);
     void publish(const std::string& uri, const Json& version, Json problems);

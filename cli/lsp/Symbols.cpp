@@ -8,7 +8,7 @@
 namespace kdx::lsp {
 namespace {
 
-// JSON is written level by level. What is deeper is left out.
+// Editors read JSON level by level. What is deeper is left out.
 constexpr std::size_t kDeepestSymbol = 200;
 constexpr std::size_t kMaxMatches = 500;
 
@@ -33,57 +33,54 @@ std::string nameOf(const KDXReader& reader) {
     return titleOf(reader.first(), symbolKindOf(reader) == kObject ? reader.second() : "");
 }
 
-/// The objects, parameters and actions of a text, each in the object around it.
+/// The objects, parameters and actions of a text, each in the object around it. They are written
+/// one by one: all of them as values would take ten times the memory of their JSON.
 class Outline {
 public:
     explicit Outline(const OpenDocument& givenDocument)
-        : document(givenDocument), reader(document.text().text()) {
-        levels.push_back(Json::object());
-    }
+        : document(givenDocument), reader(document.text().text()) {}
 
-    Json read() {
+    std::string write() {
         while (reader.next()) {
             if (reader.depth() >= kDeepestSymbol) continue;
-            if (reader.kind() == MiniKDXParser::lineEnd && levels.size() > 1)
+            if (reader.kind() == MiniKDXParser::lineEnd && !begins.empty())
                 close(spanOf(reader).end);
             if (symbolKindOf(reader) != kNoSymbol) add();
         }
-        while (levels.size() > 1) close(document.text().text().size());
-        return std::move(children(levels.front()));
+        while (!begins.empty()) close(document.text().text().size());
+        json += ']';
+        return std::move(json);
     }
 
 private:
-    static Json& children(Json& symbol) {
-        Json& list = symbol["children"];
-        if (list.is_null()) list = Json::array();
-        return list;
-    }
-
     void add() {
         const Span span = spanOf(reader);
         const Json range = document.range(span.begin, span.end);
-        Json symbol = {{"name", nameOf(reader)},
-                       {"kind", symbolKindOf(reader)},
-                       {"range", range},
-                       {"selectionRange", range}};
-        if (symbolKindOf(reader) == kObject) {
-            levels.push_back(std::move(symbol));
-            return;
-        }
+        Json symbol = {
+            {"name", nameOf(reader)}, {"kind", symbolKindOf(reader)}, {"selectionRange", range}};
         if (symbolKindOf(reader) == kProperty) symbol["detail"] = reader.second();
-        children(levels.back()).push_back(std::move(symbol));
+        if (symbolKindOf(reader) != kObject) symbol["range"] = range;
+        if (json.back() != '[') json += ',';
+        json += written(symbol);
+        if (symbolKindOf(reader) == kObject) open(span.begin);
+    }
+
+    /// Its range is known at its end.
+    void open(std::size_t begin) {
+        json.back() = ',';
+        json += R"("children":[)";
+        begins.push_back(begin);
     }
 
     void close(std::size_t end) {
-        Json symbol = std::move(levels.back());
-        levels.pop_back();
-        symbol["range"]["end"] = document.position(end);
-        children(levels.back()).push_back(std::move(symbol));
+        json += R"(],"range":)" + written(document.range(begins.back(), end)) + '}';
+        begins.pop_back();
     }
 
     const OpenDocument& document;
     KDXReader reader;
-    std::vector<Json> levels;  // of the open objects, that of the text first
+    std::string json = "[";
+    std::vector<std::size_t> begins;  // of the open objects
 };
 
 /// Whether the letters of a query stand in a text in their order, as editors search.
@@ -112,8 +109,8 @@ void findSymbols(const OpenDocument& document, std::string_view query, Json& fou
 
 }  // namespace
 
-Json documentSymbols(const Documents& documents, const Json& params) {
-    return Outline(documentOf(documents, params)).read();
+std::string documentSymbols(const Documents& documents, const Json& params) {
+    return Outline(documentOf(documents, params)).write();
 }
 
 Json workspaceSymbols(const Documents& documents, const Json& params) {

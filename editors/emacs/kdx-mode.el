@@ -12,10 +12,11 @@
 
 (defvar eglot-server-programs)
 
-(defconst kdx--object "^[ \t]*\\([A-Za-z0-9 &._]*\\):")
-(defconst kdx--parameter "^[ \t]*\\([A-Za-z0-9 &._]*\\)=")
-(defconst kdx--end "^[ \t]*\\(END\\)[ \t\r]*\\(?:#.*\\)?$")
-(defconst kdx--continued "\\\\[ \t]*$")
+(defconst kdx--blanks "[ \t\v\f\r]*")
+(defconst kdx--object (concat "^" kdx--blanks "\\([A-Za-z0-9 &._]*\\):"))
+(defconst kdx--parameter (concat "^" kdx--blanks "\\([A-Za-z0-9 &._]*\\)="))
+(defconst kdx--end (concat "^" kdx--blanks "\\(END\\)" kdx--blanks "\\(?:#.*\\)?$"))
+(defconst kdx--continued (concat "\\\\\\(?: " kdx--blanks "\\)?$"))
 
 (defun kdx--beginning-of-statement ()
   "Go to the first line of the statement around point."
@@ -32,7 +33,7 @@
 (defun kdx--comment-begin (begin end)
   "Where the comment of the statement from BEGIN to END starts, or END."
   (goto-char begin)
-  (cond ((looking-at-p "[ \t]*!") end)
+  (cond ((looking-at-p (concat kdx--blanks "!")) end)
         ((not (search-forward "#" end t)) end)
         ((eq (char-before (1- (point))) ?\\) end)
         (t (1- (point)))))
@@ -42,8 +43,8 @@
   (goto-char begin)
   (cond ((looking-at kdx--end)
          `((,(match-beginning 1) ,(match-end 1) font-lock-keyword-face)))
-        ((looking-at "[ \t]*[!$]") `((,begin ,comment font-lock-preprocessor-face)))
-        ((looking-at "[ \t]*>") `((,begin ,comment font-lock-function-name-face)))
+        ((looking-at (concat kdx--blanks "[!$]")) `((,begin ,comment font-lock-preprocessor-face)))
+        ((looking-at (concat kdx--blanks ">")) `((,begin ,comment font-lock-function-name-face)))
         ((and (looking-at kdx--object) (<= (match-end 0) comment))
          `((,(match-beginning 1) ,(match-end 1) font-lock-type-face)
            (,(match-end 0) ,comment font-lock-variable-name-face)))

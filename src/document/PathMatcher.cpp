@@ -1,5 +1,8 @@
 #include "document/PathMatcher.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "base/PathText.h"
 
 namespace kiv {
@@ -13,33 +16,45 @@ bool isStep(const KDXStep& step, std::string_view type, std::string_view name) {
 
 }  // namespace
 
-PathMatcher::PathMatcher(const KDXSteps& givenSteps)
-    : steps(givenSteps), reached(givenSteps.size() + 1) {
+PathMatcher::PathMatcher(const KDXSteps& givenSteps) : steps(givenSteps) {
     reach(0, 0);
+    ends.push_back(reached.size());
 }
 
 void PathMatcher::enter(std::size_t depth, std::string_view type, std::string_view name) {
-    const std::size_t width = steps.size() + 1;
-    reached.resize((depth + 1) * width);
-    reached.resize((depth + 2) * width);
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        if (!at(depth, i)) continue;
-        if (steps[i].anyDepth) reach(depth + 1, i);
-        if (!steps[i].anyDepth && isStep(steps[i], type, name)) reach(depth + 1, i + 1);
+    ends.resize(depth + 1);
+    const std::size_t end = ends.back();
+    reached.resize(end);
+    for (std::size_t i = beginOf(depth); i < end; ++i) {
+        const std::size_t position = reached[i];
+        if (position == steps.size()) break;
+        const KDXStep& step = steps[position];
+        if (step.anyDepth) reach(end, position);
+        if (!step.anyDepth && isStep(step, type, name)) reach(end, position + 1);
     }
+    ends.push_back(reached.size());
 }
 
 bool PathMatcher::leadsOn(std::size_t depth) const {
-    for (std::size_t i = 0; i < steps.size(); ++i)
-        if (at(depth, i)) return true;
-    return false;
+    return beginOf(depth) < ends[depth] && reached[beginOf(depth)] < steps.size();
 }
 
-void PathMatcher::reach(std::size_t depth, std::size_t position) {
-    char* const positions = reached.data() + depth * (steps.size() + 1);
-    positions[position] = 1;
+bool PathMatcher::isReached(std::size_t depth, std::size_t position) const {
+    const auto at = [&](std::size_t index) {
+        return reached.begin() + static_cast<std::ptrdiff_t>(index);
+    };
+    return std::binary_search(at(beginOf(depth)), at(ends[depth]), position);
+}
+
+/// Adds to the positions from `begin` on. Called for ascending positions, whose runs of steps for
+/// any depth are without gaps: what is not behind the last one is there.
+void PathMatcher::reach(std::size_t begin, std::size_t position) {
+    const auto add = [&] {
+        if (reached.size() == begin || reached.back() < position) reached.push_back(position);
+    };
+    add();
     // Any number of levels may be none.
-    while (position < steps.size() && steps[position].anyDepth) positions[++position] = 1;
+    for (; position < steps.size() && steps[position].anyDepth; add()) ++position;
 }
 
 }  // namespace detail

@@ -4,24 +4,26 @@ if exists('b:current_syntax')
   finish
 endif
 
-syntax region kdxUnknown start=/^\s*\zs[^[:blank:]#]/ skip=/\\\s*$/ end=/$/ keepend contains=kdxComment,kdxNoComment
-syntax region kdxComment start=/#/ skip=/\\\s*$/ end=/$/
-syntax region kdxNoComment start=/\\#/ skip=/\\\s*$/ end=/$/ contained
-syntax region kdxVerbatim start=/^\s*\zs\$/ skip=/\\\s*$/ end=/$/ keepend contains=kdxComment,kdxNoComment
-syntax region kdxVerbatim start=/^\s*\zs!/ skip=/\\\s*$/ end=/$/ keepend
-syntax region kdxAction start=/^\s*\zs>/ skip=/\\\s*$/ end=/$/ keepend contains=kdxComment,kdxNoComment
-syntax match kdxEnd /^\s*\zsEND\ze\s*\(#\|$\)/
-syntax match kdxType /^\s*\zs[A-Za-z0-9 &._]*\ze:/ nextgroup=kdxColon
-syntax match kdxColon /:\s*/ contained nextgroup=kdxName
-syntax region kdxName start=/./ skip=/\\\s*$/ end=/$/ keepend contained contains=kdxComment,kdxNoComment
-syntax match kdxParameter /^\s*\zs[A-Za-z0-9 &._]*\ze=/ nextgroup=kdxEquals
-syntax match kdxEquals /=\s*/ contained nextgroup=kdxValue
-syntax region kdxValue start=/./ skip=/\\\s*$/ end=/$/ keepend contained contains=kdxComment,kdxNoComment
+let s:end = 'skip=/\\\%( [[:space:]]*\)\=$/ end=/$/'
+let s:statement = s:end .. ' keepend contains=kdxComment,kdxNoComment'
+
+execute 'syntax region kdxUnknown start=/^[[:space:]]*\zs\ze[^[:space:]#]/' s:statement
+execute 'syntax region kdxComment start=/#/' s:end
+execute 'syntax region kdxNoComment start=/\\#/' s:end 'contained transparent contains=NONE'
+execute 'syntax region kdxVerbatim start=/^[[:space:]]*\zs\$/' s:statement
+execute 'syntax region kdxVerbatim start=/^[[:space:]]*\zs!/' s:end 'keepend'
+execute 'syntax region kdxAction start=/^[[:space:]]*\zs>/' s:statement
+syntax match kdxEnd /^[[:space:]]*\zsEND\ze[[:space:]]*\(#\|$\)/
+syntax match kdxType /^[[:space:]]*\zs[A-Za-z0-9 &._]*\ze:/ nextgroup=kdxColon
+syntax match kdxColon /:[[:space:]]*/ contained nextgroup=kdxName
+execute 'syntax region kdxName start=/.\@=/' s:statement 'contained'
+syntax match kdxParameter /^[[:space:]]*\zs[A-Za-z0-9 &._]*\ze=/ nextgroup=kdxEquals
+syntax match kdxEquals /=[[:space:]]*/ contained nextgroup=kdxValue
+execute 'syntax region kdxValue start=/.\@=/' s:statement 'contained'
 syntax sync minlines=50
 
 highlight default link kdxUnknown Error
 highlight default link kdxComment Comment
-highlight default link kdxNoComment String
 highlight default link kdxVerbatim PreProc
 highlight default link kdxAction Function
 highlight default link kdxEnd Keyword

@@ -1,4 +1,4 @@
-import { ExtensionContext, workspace } from "vscode";
+import { ExtensionContext, window, workspace } from "vscode";
 import { LanguageClient } from "vscode-languageclient/node";
 
 let client: LanguageClient | undefined;
@@ -7,8 +7,14 @@ export async function activate(context: ExtensionContext): Promise<void> {
     const program = workspace.getConfiguration("kdx").get<string>("program", "kdx");
     client = new LanguageClient(
         "kdx", "KDX", { command: program, args: ["lsp"] }, { documentSelector: [{ language: "kdx" }] });
-    context.subscriptions.push(client);
-    await client.start();
+    try {
+        await client.start();
+        context.subscriptions.push(client);
+    } catch {
+        client = undefined;
+        void window.showErrorMessage(
+            `"${program} lsp" does not start. Install kdx, or name it in the setting kdx.program.`);
+    }
 }
 
 export function deactivate(): Thenable<void> | undefined {

@@ -2,6 +2,7 @@
 
 #include "Features.h"
 #include "Nodes.h"
+#include "text/ShownText.h"
 
 namespace kdx::lsp {
 namespace {
@@ -11,6 +12,27 @@ using kiv::KDXCheck::Problem;
 
 constexpr const char* kQuickFix = "quickfix";
 constexpr const char* kFixAll = "source.fixAll";
+
+constexpr std::size_t kLongestQuote = 200;
+
+/// Another place, with what stands there.
+Json related(const OpenDocument& document, std::size_t offset) {
+    const std::string text = document.text().text().substr(offset, kLongestQuote);
+    return {{"location", {{"uri", document.uri()}, {"range", document.range(offset, offset)}}},
+            {"message", shown(text.substr(0, text.find_first_of("\r\n")))}};
+}
+
+Json diagnostic(const OpenDocument& document, const Problem& problem) {
+    // 1 is an error in the protocol, 2 a warning.
+    Json json = {{"range", document.range(problem.begin.offset, problem.end.offset)},
+                 {"severity", problem.severity == kiv::KDXCheck::Severity::error ? 1 : 2},
+                 {"code", problem.rule},
+                 {"source", "kdx"},
+                 {"message", problem.message}};
+    if (problem.reference)
+        json["relatedInformation"] = Json::array({related(document, problem.reference->offset)});
+    return json;
+}
 
 /// Whether the client wants actions of a kind: it names none, the kind, or one above it.
 bool isWanted(const Json& context, const std::string& kind) {
@@ -44,11 +66,17 @@ std::vector<KDXTextEdit> safeEdits(const OpenDocument& document) {
 
 }  // namespace
 
+Json diagnostics(const OpenDocument& document) {
+    Json list = Json::array();
+    for (const Problem& problem : document.report().problems)
+        list.push_back(diagnostic(document, problem));
+    return list;
+}
+
 Json codeActions(const Documents& documents, const Json& params) {
     const OpenDocument& document = documentOf(documents, params);
     const Json& context = params.at("context");
-    const Json& range = params.at("range");
-    const Span asked{document.offsetOf(range.at("start")), document.offsetOf(range.at("end"))};
+    const Span asked = document.spanOf(params.at("range"));
     Json actions = Json::array();
     for (const Problem& problem : document.report().problems)
         if (problem.fix && problem.begin.offset <= asked.end && problem.end.offset >= asked.begin &&
