@@ -29,9 +29,11 @@ Edit editOf(const std::string& path, const std::string& assignment, const Option
     const std::size_t equals = assignment.find('=');
     if (equals == std::string::npos)
         throw Trouble("NAME=VALUE is required in place of " + shownName(assignment));
-    return {SetEdit{readObjectPath(path), assignment.substr(0, equals),
-                    assignment.substr(equals + 1), sideOf(options),
-                    options.before ? *options.before : options.after.value_or("")}};
+    const kiv::KDXSteps steps = readObjectPath(path);
+    return {SetEdit{steps, assignment.substr(0, equals), assignment.substr(equals + 1),
+                    sideOf(options), options.before ? *options.before : options.after.value_or("")},
+            0,
+            {steps}};
 }
 
 Status run(const Options& options, const Settings& settings) {

@@ -14,6 +14,10 @@ namespace kdx {
 namespace {
 
 using kiv::KDXDocument;
+constexpr const char* kAmbiguous =
+    "a path is that of an object with a '/' in a name, too; kdx edit takes a path as a list of "
+    "types and names";
+
 using TextEdits = std::vector<kiv::KDXTextEdit>;
 
 /// In a list of edits, which one it was.
@@ -56,6 +60,7 @@ std::optional<TextEdits> editsInPart(std::string_view text, const std::vector<Ed
     const std::optional<kiv::KDXSteps> path = commonPath(edits);
     if (!path) return std::nullopt;
     const std::string_view part = kiv::partFor(text, *path);
+    if (findAmbiguous(part, edits) != nullptr) return std::nullopt;
     KDXDocument document{std::string(part)};
     try {
         for (const Edit& edit : edits) applyEdit(document, edit);
@@ -73,6 +78,10 @@ std::optional<TextEdits> editsInPart(std::string_view text, const std::vector<Ed
 /// @return nothing when an edit cannot be made; the outcome then says why.
 std::optional<TextEdits> editsInWhole(const Source& source, const std::vector<Edit>& edits,
                                       Outcome& outcome, const Settings& settings) {
+    if (const Edit* edit = findAmbiguous(source.buffer, edits)) {
+        reportRefused(outcome, source, *edit, kAmbiguous, settings);
+        return std::nullopt;
+    }
     KDXDocument document(source.buffer);
     for (const Edit& edit : edits)
         if (!isMade(edit, document, source, outcome, settings)) return std::nullopt;
