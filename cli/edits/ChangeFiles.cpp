@@ -128,7 +128,9 @@ Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
 
 Status changeFiles(const std::vector<std::string>& files, const std::vector<Edit>& edits,
                    const ChangeOptions& options, const Settings& settings) {
-    return workOnArguments(files, settings, [&](const std::string& file, std::size_t) {
+    FileList list = listFiles(files, settings);
+    if (options.inPlace) leaveOutRepeated(list.files);
+    return workOnFiles(list, settings, [&](const std::string& file, std::size_t) {
         return changeFile(file, edits, options, settings);
     });
 }

@@ -179,6 +179,9 @@ class Edit(KdxTest):
         self.write({"b": "\ufeffA:\r\nEND\r\n", "d/c.kdx": "A:\nEND"})
         self.expect("set -i b d /A x=1")
         self.assertEqual(self.read("b"), "\ufeffA:\r\n  x = 1\r\nEND\r\n")
+        (self.folder / "link").symlink_to("b")
+        (self.folder / "hard").hardlink_to(self.folder / "b")
+        self.expect("rename -i b ./b link hard /A x y")  # each file once
         self.expect("set /A x=2", "", "A:\n  x = 2\nEND\n")
         self.expect(f"set {self.folder}/d/c.kdx - /A x=2", "A:\nEND", 2 * "A:\n  x = 2\nEND")
 
