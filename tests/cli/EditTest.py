@@ -68,6 +68,7 @@ REFUSED = [
     ("set f '/Sample:*' x=1", 2, "f:12:3: error: a pattern names no single object: /Sample:* "),
     ("set f /Sample:s1 'gain= 1'", 2, "f:5:3: error: KDX cannot carry this: a value has no outer"),
     ("set f /Sample:s1 gain", 2, "kdx: NAME=VALUE is required in place of gain\n"),
+    ("set f /Sample:s1 x=1 x=2", 2, "kdx: x is to be set twice\n"),
     ("set f /Sample:s1", 2, "kdx: NAME=VALUE is required\n"),
     ("set f '' x=1", 2, "kdx: the empty path names no object\n"),
     ("set -i - /A x=1", 2, "<stdin>: error: cannot be changed in place: leave out -i, or name a "),
