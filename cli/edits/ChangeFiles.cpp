@@ -41,7 +41,7 @@ void reportRefused(Outcome& outcome, const Source& source, const Edit& edit, con
 bool isMade(const Edit& edit, KDXDocument& document, const Source& source, Outcome& outcome,
             const Settings& settings) {
     try {
-        applyEdit(document, edit);
+        applyEdits(document, {edit});
         return true;
     } catch (const NotThere& missing) {
         outcome.raise(Status::findings);
@@ -54,6 +54,19 @@ bool isMade(const Edit& edit, KDXDocument& document, const Source& source, Outco
     return false;
 }
 
+/// @return nothing when one of the edits cannot be made.
+std::optional<TextEdits> editsIn(std::string_view text, const std::vector<Edit>& edits) {
+    KDXDocument document{std::string(text)};
+    try {
+        applyEdits(document, edits);
+        return document.textEdits();
+    } catch (const Trouble&) {
+        return std::nullopt;
+    } catch (const kiv::Error&) {
+        return std::nullopt;
+    }
+}
+
 /// Makes the edits in the part of the text that they need. @return nothing when that is not known,
 /// or when one of them cannot be made: a document of the whole text then tells why, and where.
 std::optional<TextEdits> editsInPart(std::string_view text, const std::vector<Edit>& edits) {
@@ -61,16 +74,9 @@ std::optional<TextEdits> editsInPart(std::string_view text, const std::vector<Ed
     if (!path) return std::nullopt;
     const std::string_view part = kiv::partFor(text, *path);
     if (findAmbiguous(part, edits) != nullptr) return std::nullopt;
-    KDXDocument document{std::string(part)};
-    try {
-        for (const Edit& edit : edits) applyEdit(document, edit);
-    } catch (const Trouble&) {
-        return std::nullopt;
-    } catch (const kiv::Error&) {
-        return std::nullopt;
-    }
-    TextEdits changes = document.textEdits();
-    for (kiv::KDXTextEdit& change : changes)
+    std::optional<TextEdits> changes = editsIn(part, edits);
+    if (!changes) return std::nullopt;
+    for (kiv::KDXTextEdit& change : *changes)
         change.offset += static_cast<std::size_t>(part.data() - text.data());
     return changes;
 }
@@ -82,7 +88,9 @@ std::optional<TextEdits> editsInWhole(const Source& source, const std::vector<Ed
         reportRefused(outcome, source, *edit, kAmbiguous, settings);
         return std::nullopt;
     }
-    KDXDocument document(source.buffer);
+    std::optional<TextEdits> changes = editsIn(source.buffer, edits);
+    if (changes) return changes;
+    KDXDocument document(source.buffer);  // one edit after the other, to tell which it is
     for (const Edit& edit : edits)
         if (!isMade(edit, document, source, outcome, settings)) return std::nullopt;
     return document.textEdits();

@@ -1,6 +1,7 @@
 #include "Edit.h"
 
 #include <algorithm>
+#include <set>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -16,7 +17,7 @@ using kiv::KDXSteps;
 using kiv::MiniKDXParser;
 using Node = KDXDocument::Node;
 using Nodes = std::vector<Node>;
-using Names = std::vector<std::string>;
+using Names = std::set<std::string>;
 
 constexpr const char* kMerges =
     "would be one with what has that name there already; remove or rename that first";
@@ -113,7 +114,7 @@ Seen whatIsSeen(const KDXDocument& document, const Names& names) {
             std::string level;
             kiv::appendLevel(level, first, document.second(node));
             seen[node] = numberBelow(numbers, parent, level);
-        } else if (std::find(names.begin(), names.end(), first) != names.end()) {
+        } else if (names.count(first) != 0) {
             seen[node] = numberOf(numbers, std::to_string(parent) + '=' + first);
         }
     }
@@ -189,15 +190,14 @@ void apply(KDXDocument& document, const UnsetEdit& edit) {
 // ---- Rename.
 
 void apply(KDXDocument& document, const RenameEdit& edit) {
-    const Nodes nodes = findThere(document, edit.target);
-    Names names;
-    if (edit.target.name) names = {*edit.target.name, *edit.name};
-    changeUnmerged(document, names, [&] {
-        for (const Node node : nodes) {
-            if (edit.type) document.setType(node, *edit.type);
-            if (edit.name) document.setName(node, *edit.name);
-        }
-    });
+    for (const Node node : findThere(document, edit.target)) {
+        if (edit.type) document.setType(node, *edit.type);
+        if (edit.name) document.setName(node, *edit.name);
+    }
+}
+
+void addNames(Names& names, const RenameEdit& edit) {
+    if (edit.target.name) names.insert({*edit.target.name, *edit.name});
 }
 
 // ---- Move.
@@ -220,14 +220,33 @@ void apply(KDXDocument& document, const MoveEdit& edit) {
         throw Trouble("a parameter stands in an object, not at the top level");
     const Nodes nodes = findThere(document, edit.target);
     KDXDocument::Where where = whereToMove(document, edit);
-    Names names;
-    if (edit.target.name) names = {*edit.target.name};
-    changeUnmerged(document, names, [&] {
-        for (const Node node : nodes) {
-            document.move(node, where);
-            where = KDXDocument::behind(node);
-        }
-    });
+    for (const Node node : nodes) {
+        document.move(node, where);
+        where = KDXDocument::behind(node);
+    }
+}
+
+void addNames(Names& names, const MoveEdit& edit) {
+    if (edit.target.name) names.insert(*edit.target.name);
+}
+
+/// Of an edit that cannot make one of two.
+template <typename Change>
+void addNames(Names& /*names*/, const Change& /*edit*/) {}
+
+// ---- Lists.
+
+void apply(KDXDocument& document, const Edit& edit) {
+    std::visit([&](const auto& change) { apply(document, change); }, edit.change);
+}
+
+void addNames(Names& names, const Edit& edit) {
+    std::visit([&](const auto& change) { addNames(names, change); }, edit.change);
+}
+
+bool mayMerge(const Edit& edit) {
+    return std::holds_alternative<RenameEdit>(edit.change) ||
+           std::holds_alternative<MoveEdit>(edit.change);
 }
 
 /// The first edit to give each path as text.
@@ -295,8 +314,19 @@ KDXSteps readObjectPath(const std::string& path) {
     return kiv::readPath(path);
 }
 
-void applyEdit(KDXDocument& document, const Edit& edit) {
-    std::visit([&](const auto& change) { apply(document, change); }, edit.change);
+void applyEdits(KDXDocument& document, const std::vector<Edit>& edits) {
+    for (auto edit = edits.begin(); edit != edits.end();) {
+        const auto behind = std::find_if_not(edit, edits.end(), mayMerge);
+        if (edit == behind) {
+            apply(document, *edit++);
+            continue;
+        }
+        Names names;
+        for (auto merging = edit; merging != behind; ++merging) addNames(names, *merging);
+        changeUnmerged(document, names, [&] {
+            for (; edit != behind; ++edit) apply(document, *edit);
+        });
+    }
 }
 
 std::optional<KDXSteps> commonPath(const std::vector<Edit>& edits) {

@@ -69,8 +69,9 @@ struct Edit {
 kiv::KDXSteps readObjectPath(const std::string& path);
 
 /// @throws NotThere when there is nothing to change; Trouble or kiv::Error when the edit is
-/// refused. The document is then of no use.
-void applyEdit(kiv::KDXDocument& document, const Edit& edit);
+/// refused. The document is then of no use. Whether renames and moves that follow each other merge
+/// what was two is looked at behind the last of them, as it takes a walk over the document.
+void applyEdits(kiv::KDXDocument& document, const std::vector<Edit>& edits);
 
 /// The first of the edits of which a path given as text is that of an object with a '/' in a name.
 /// It may be meant, but the steps of the path do not lead to it. None when there is none.

@@ -139,6 +139,8 @@ BAD_EDITS = [
     ('{"unset": "/Sample:s9"}', 1, "f: error: edit on line 3: has no object /Sample:s9\n"),
     ('{"rename": "/Sample:s2", "to": "a#"}', 2,
      "f:11:1: error: edit on line 3: KDX cannot carry this"),
+    ('{"rename": "/Sample:s1", "to": "s2"}\n{"move": "/Sample:s2", "into": ""}', 2,
+     "f:4:1: error: edit on line 3: would be one with what has that name there already"),
     *((line, 2, "kdx: line 3 of the edits: " + message) for line, message in [
         ("{", "is no JSON: column 2: syntax error while parsing object key"), ("1", "an edit is a JSON object"), ("{}", "an edit is one of"),
         ('{"set": "/A", "name": "x"}', 'the edit needs "value"'),
