@@ -18,7 +18,7 @@ struct Options {
     std::optional<std::string> after;
 };
 
-MoveEdit editOf(const Target& target, const Options& options) {
+MoveEdit moveOf(const Target& target, const Options& options) {
     if (options.into) return {target, MoveEdit::Side::into, kiv::readPath(*options.into)};
     if (options.firstInto)
         return {target, MoveEdit::Side::firstInto, kiv::readPath(*options.firstInto)};
@@ -26,12 +26,17 @@ MoveEdit editOf(const Target& target, const Options& options) {
     return {target, MoveEdit::Side::after, readObjectPath(options.after.value_or(""))};
 }
 
+Edit editOf(const Target& target, const Options& options) {
+    const MoveEdit edit = moveOf(target, options);
+    return {edit, 0, {edit.target.path, edit.place}};
+}
+
 Status run(const Options& options, const Settings& settings) {
     const FilesAndPath given = splitFilesAndPath(options.arguments);
     const kiv::KDXSteps path = readObjectPath(given.path);
     std::vector<Edit> edits;
-    if (given.rest.empty()) edits.push_back({editOf({path, std::nullopt}, options)});
-    for (const std::string& name : given.rest) edits.push_back({editOf({path, name}, options)});
+    if (given.rest.empty()) edits.push_back(editOf({path, std::nullopt}, options));
+    for (const std::string& name : given.rest) edits.push_back(editOf({path, name}, options));
     return changeFiles(given.files, edits, options.change, settings);
 }
 

@@ -27,7 +27,8 @@ RenameEdit editOf(const FilesAndPath& given, bool type) {
 
 Status run(const Options& options, const Settings& settings) {
     const FilesAndPath given = splitFilesAndPath(options.arguments);
-    return changeFiles(given.files, {{editOf(given, options.type)}}, options.change, settings);
+    const RenameEdit edit = editOf(given, options.type);
+    return changeFiles(given.files, {{edit, 0, {edit.target.path}}}, options.change, settings);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,17 +30,23 @@ Edit editOf(const std::string& path, const std::string& assignment, const Option
     const std::size_t equals = assignment.find('=');
     if (equals == std::string::npos)
         throw Trouble("NAME=VALUE is required in place of " + shownName(assignment));
-    return {SetEdit{readObjectPath(path), assignment.substr(0, equals),
-                    assignment.substr(equals + 1), sideOf(options),
-                    options.before ? *options.before : options.after.value_or("")}};
+    const kiv::KDXSteps steps = readObjectPath(path);
+    return {SetEdit{steps, assignment.substr(0, equals), assignment.substr(equals + 1),
+                    sideOf(options), options.before ? *options.before : options.after.value_or("")},
+            0,
+            {steps}};
 }
 
 Status run(const Options& options, const Settings& settings) {
     const FilesAndPath given = splitFilesAndPath(options.arguments);
     if (given.rest.empty()) throw Trouble("NAME=VALUE is required");
     std::vector<Edit> edits;
-    for (const std::string& assignment : given.rest)
+    std::set<std::string> names;
+    for (const std::string& assignment : given.rest) {
         edits.push_back(editOf(given.path, assignment, options));
+        const std::string name = assignment.substr(0, assignment.find('='));
+        if (!names.insert(name).second) throw Trouble(shownName(name) + " is to be set twice");
+    }
     // Each goes to the same place, so that the last one comes to stand in front of the others.
     if (options.first || options.after) std::reverse(edits.begin(), edits.end());
     return changeFiles(given.files, edits, options.change, settings);

@@ -17,8 +17,9 @@ Status run(const Options& options, const Settings& settings) {
     const FilesAndPath given = splitFilesAndPath(options.arguments);
     const kiv::KDXSteps path = readObjectPath(given.path);
     std::vector<Edit> edits;
-    if (given.rest.empty()) edits.push_back({UnsetEdit{{path, std::nullopt}}});
-    for (const std::string& name : given.rest) edits.push_back({UnsetEdit{{path, name}}});
+    if (given.rest.empty()) edits.push_back({UnsetEdit{{path, std::nullopt}}, 0, {path}});
+    for (const std::string& name : given.rest)
+        edits.push_back({UnsetEdit{{path, name}}, 0, {path}});
     return changeFiles(given.files, edits, options.change, settings);
 }
 

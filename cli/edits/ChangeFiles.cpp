@@ -14,6 +14,10 @@ namespace kdx {
 namespace {
 
 using kiv::KDXDocument;
+constexpr const char* kAmbiguous =
+    "a path is that of an object with a '/' in a name, too; kdx edit takes a path as a list of "
+    "types and names";
+
 using TextEdits = std::vector<kiv::KDXTextEdit>;
 
 /// In a list of edits, which one it was.
@@ -37,7 +41,7 @@ void reportRefused(Outcome& outcome, const Source& source, const Edit& edit, con
 bool isMade(const Edit& edit, KDXDocument& document, const Source& source, Outcome& outcome,
             const Settings& settings) {
     try {
-        applyEdit(document, edit);
+        applyEdits(document, {edit});
         return true;
     } catch (const NotThere& missing) {
         outcome.raise(Status::findings);
@@ -50,22 +54,29 @@ bool isMade(const Edit& edit, KDXDocument& document, const Source& source, Outco
     return false;
 }
 
+/// @return nothing when one of the edits cannot be made.
+std::optional<TextEdits> editsIn(std::string_view text, const std::vector<Edit>& edits) {
+    KDXDocument document{std::string(text)};
+    try {
+        applyEdits(document, edits);
+        return document.textEdits();
+    } catch (const Trouble&) {
+        return std::nullopt;
+    } catch (const kiv::Error&) {
+        return std::nullopt;
+    }
+}
+
 /// Makes the edits in the part of the text that they need. @return nothing when that is not known,
 /// or when one of them cannot be made: a document of the whole text then tells why, and where.
 std::optional<TextEdits> editsInPart(std::string_view text, const std::vector<Edit>& edits) {
     const std::optional<kiv::KDXSteps> path = commonPath(edits);
     if (!path) return std::nullopt;
     const std::string_view part = kiv::partFor(text, *path);
-    KDXDocument document{std::string(part)};
-    try {
-        for (const Edit& edit : edits) applyEdit(document, edit);
-    } catch (const Trouble&) {
-        return std::nullopt;
-    } catch (const kiv::Error&) {
-        return std::nullopt;
-    }
-    TextEdits changes = document.textEdits();
-    for (kiv::KDXTextEdit& change : changes)
+    if (findAmbiguous(part, edits) != nullptr) return std::nullopt;
+    std::optional<TextEdits> changes = editsIn(part, edits);
+    if (!changes) return std::nullopt;
+    for (kiv::KDXTextEdit& change : *changes)
         change.offset += static_cast<std::size_t>(part.data() - text.data());
     return changes;
 }
@@ -73,7 +84,13 @@ std::optional<TextEdits> editsInPart(std::string_view text, const std::vector<Ed
 /// @return nothing when an edit cannot be made; the outcome then says why.
 std::optional<TextEdits> editsInWhole(const Source& source, const std::vector<Edit>& edits,
                                       Outcome& outcome, const Settings& settings) {
-    KDXDocument document(source.buffer);
+    if (const Edit* edit = findAmbiguous(source.buffer, edits)) {
+        reportRefused(outcome, source, *edit, kAmbiguous, settings);
+        return std::nullopt;
+    }
+    std::optional<TextEdits> changes = editsIn(source.buffer, edits);
+    if (changes) return changes;
+    KDXDocument document(source.buffer);  // one edit after the other, to tell which it is
     for (const Edit& edit : edits)
         if (!isMade(edit, document, source, outcome, settings)) return std::nullopt;
     return document.textEdits();
@@ -119,7 +136,9 @@ Outcome changeFile(const std::string& file, const std::vector<Edit>& edits,
 
 Status changeFiles(const std::vector<std::string>& files, const std::vector<Edit>& edits,
                    const ChangeOptions& options, const Settings& settings) {
-    return workOnArguments(files, settings, [&](const std::string& file, std::size_t) {
+    FileList list = listFiles(files, settings);
+    if (options.inPlace) leaveOutRepeated(list.files);
+    return workOnFiles(list, settings, [&](const std::string& file, std::size_t) {
         return changeFile(file, edits, options, settings);
     });
 }

@@ -15,7 +15,7 @@ struct ChangeOptions {
 };
 
 /// Makes all edits in each of the files, as listFiles() takes them, in their order; a file in which
-/// one of them cannot be made stays as it is.
+/// one of them cannot be made stays as it is. In place, a file that is named twice is changed once.
 /// @return findings where something to change is not there, and where a diff is not empty.
 Status changeFiles(const std::vector<std::string>& files, const std::vector<Edit>& edits,
                    const ChangeOptions& options, const Settings& settings);

@@ -1,10 +1,12 @@
 #include "Edit.h"
 
 #include <algorithm>
+#include <set>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "maps/PathReader.h"
 #include "text/ShownText.h"
 
 namespace kdx {
@@ -15,7 +17,7 @@ using kiv::KDXSteps;
 using kiv::MiniKDXParser;
 using Node = KDXDocument::Node;
 using Nodes = std::vector<Node>;
-using Names = std::vector<std::string>;
+using Names = std::set<std::string>;
 
 constexpr const char* kMerges =
     "would be one with what has that name there already; remove or rename that first";
@@ -44,6 +46,10 @@ Nodes find(const KDXDocument& document, const Target& target) {
                        : document.findObjects(target.path);
 }
 
+bool isExactPath(const KDXSteps& path) {
+    return std::all_of(path.begin(), path.end(), isExact);
+}
+
 /// Whether the path of an object that is not there is the text of another one's path, which has a
 /// '/' in a name.
 bool isPathOfAnother(const KDXDocument& document, const KDXSteps& steps) {
@@ -62,12 +68,6 @@ bool isPathOfAnother(const KDXDocument& document, const KDXSteps& steps) {
     return false;
 }
 
-void requireNoOther(const KDXDocument& document, const KDXSteps& path) {
-    if (document.findObjects(path).empty() && isPathOfAnother(document, path))
-        throw Trouble("the path is that of an object with a '/' in a name, too: " + textOf(path) +
-                      "; kdx edit takes a path as a list of types and names");
-}
-
 [[noreturn]] void failNotThere(const Target& target) {
     if (!target.name) throw NotThere("has no object " + textOf(target.path));
     throw NotThere("has no parameter " + shownName(*target.name) + " in " + textOf(target.path));
@@ -75,9 +75,8 @@ void requireNoOther(const KDXDocument& document, const KDXSteps& path) {
 
 Nodes findThere(const KDXDocument& document, const Target& target) {
     Nodes nodes = find(document, target);
-    if (!nodes.empty()) return nodes;
-    requireNoOther(document, target.path);
-    failNotThere(target);
+    if (nodes.empty()) failNotThere(target);
+    return nodes;
 }
 
 using Numbers = std::unordered_map<std::string, std::size_t>;
@@ -115,7 +114,7 @@ Seen whatIsSeen(const KDXDocument& document, const Names& names) {
             std::string level;
             kiv::appendLevel(level, first, document.second(node));
             seen[node] = numberBelow(numbers, parent, level);
-        } else if (std::find(names.begin(), names.end(), first) != names.end()) {
+        } else if (names.count(first) != 0) {
             seen[node] = numberOf(numbers, std::to_string(parent) + '=' + first);
         }
     }
@@ -134,18 +133,16 @@ void changeUnmerged(const KDXDocument& document, const Names& names, const Chang
     }
 }
 
-KDXSteps joined(KDXSteps path, const KDXSteps& behind) {
-    path.insert(path.end(), behind.begin(), behind.end());
-    return path;
-}
-
 // ---- Set.
 
 Node neighbourOf(const KDXDocument& document, const SetEdit& edit) {
     const Nodes parameters = document.findParameters(edit.path, edit.neighbour);
     if (!parameters.empty()) return parameters.front();
-    const KDXSteps step = kiv::readPath('/' + edit.neighbour);
-    const Nodes objects = document.findObjects(joined(edit.path, step));
+    const std::size_t typeEnd = std::min(edit.neighbour.find(':'), edit.neighbour.size());
+    const std::string name = edit.neighbour.substr(std::min(typeEnd + 1, edit.neighbour.size()));
+    KDXSteps path = edit.path;
+    path.push_back({edit.neighbour.substr(0, typeEnd), name, false});
+    const Nodes objects = document.findObjects(path);
     if (objects.empty()) failNotThere({edit.path, edit.neighbour});
     return objects.front();
 }
@@ -161,13 +158,13 @@ KDXDocument::Where whereToAdd(const KDXDocument& document, const SetEdit& edit, 
 }
 
 void requireOneObject(const KDXSteps& path) {
-    if (!std::all_of(path.begin(), path.end(), isExact))
-        throw Trouble("a pattern names no single object: " + textOf(path));
+    if (!isExactPath(path)) throw Trouble("a pattern names no single object: " + textOf(path));
 }
 
 void apply(KDXDocument& document, const SetEdit& edit) {
     requireOneObject(edit.path);
-    requireNoOther(document, edit.path);
+    if (document.findObjects(edit.path).empty() && isPathOfAnother(document, edit.path))
+        throw Trouble(kMerges);
     const bool isUsual = edit.side == SetEdit::Side::usual;
     const bool isChanged = isUsual || !document.findParameters(edit.path, edit.name).empty();
     const Nodes objects = isChanged ? Nodes() : document.findObjects(edit.path);
@@ -187,23 +184,20 @@ void apply(KDXDocument& document, const UnsetEdit& edit) {
     const auto& [path, name] = edit.target;
     const std::size_t count =
         name ? document.removeParameters(path, *name) : document.removeObjects(path);
-    if (count > 0) return;
-    requireNoOther(document, path);
-    failNotThere(edit.target);
+    if (count == 0) failNotThere(edit.target);
 }
 
 // ---- Rename.
 
 void apply(KDXDocument& document, const RenameEdit& edit) {
-    const Nodes nodes = findThere(document, edit.target);
-    Names names;
-    if (edit.target.name) names = {*edit.target.name, *edit.name};
-    changeUnmerged(document, names, [&] {
-        for (const Node node : nodes) {
-            if (edit.type) document.setType(node, *edit.type);
-            if (edit.name) document.setName(node, *edit.name);
-        }
-    });
+    for (const Node node : findThere(document, edit.target)) {
+        if (edit.type) document.setType(node, *edit.type);
+        if (edit.name) document.setName(node, *edit.name);
+    }
+}
+
+void addNames(Names& names, const RenameEdit& edit) {
+    if (edit.target.name) names.insert({*edit.target.name, *edit.name});
 }
 
 // ---- Move.
@@ -226,14 +220,64 @@ void apply(KDXDocument& document, const MoveEdit& edit) {
         throw Trouble("a parameter stands in an object, not at the top level");
     const Nodes nodes = findThere(document, edit.target);
     KDXDocument::Where where = whereToMove(document, edit);
-    Names names;
-    if (edit.target.name) names = {*edit.target.name};
-    changeUnmerged(document, names, [&] {
-        for (const Node node : nodes) {
-            document.move(node, where);
-            where = KDXDocument::behind(node);
-        }
-    });
+    for (const Node node : nodes) {
+        document.move(node, where);
+        where = KDXDocument::behind(node);
+    }
+}
+
+void addNames(Names& names, const MoveEdit& edit) {
+    if (edit.target.name) names.insert(*edit.target.name);
+}
+
+/// Of an edit that cannot make one of two.
+template <typename Change>
+void addNames(Names& /*names*/, const Change& /*edit*/) {}
+
+// ---- Lists.
+
+void apply(KDXDocument& document, const Edit& edit) {
+    std::visit([&](const auto& change) { apply(document, change); }, edit.change);
+}
+
+void addNames(Names& names, const Edit& edit) {
+    std::visit([&](const auto& change) { addNames(names, change); }, edit.change);
+}
+
+bool mayMerge(const Edit& edit) {
+    return std::holds_alternative<RenameEdit>(edit.change) ||
+           std::holds_alternative<MoveEdit>(edit.change);
+}
+
+/// The first edit to give each path as text.
+class PathEdits {
+public:
+    explicit PathEdits(const std::vector<Edit>& edits) {
+        for (const Edit& edit : edits)
+            for (const KDXSteps& path : edit.textPaths)
+                if (isExactPath(path)) add(pathText(path), edit);
+    }
+
+    const Edit* find(const std::string& path) const {
+        if (path.size() > longest) return nullptr;  // without a look at all of it
+        const auto found = first.find(path);
+        return found == first.end() ? nullptr : found->second;
+    }
+
+private:
+    void add(const std::string& path, const Edit& edit) {
+        longest = std::max(longest, path.size());
+        first.try_emplace(path, &edit);
+    }
+
+    std::unordered_map<std::string, const Edit*> first;
+    std::size_t longest = 0;
+};
+
+/// Whether the innermost object or one around it has a '/' in its name: its path has more levels.
+bool hasSlashInName(const PathReader& paths) {
+    const auto slashes = std::count(paths.path().begin(), paths.path().end(), '/');
+    return static_cast<std::size_t>(slashes) > paths.statement().depth() + 1;
 }
 
 Target targetOf(const SetEdit& edit) {
@@ -251,13 +295,38 @@ Target targetOf(const Edit& edit) {
 
 }  // namespace
 
+const Edit* findAmbiguous(std::string_view text, const std::vector<Edit>& edits) {
+    const PathEdits wanted(edits);
+    const bool hasSlashes = text.find('/') != std::string_view::npos;
+    const Edit* found = nullptr;
+    PathReader paths(text);
+    while (hasSlashes && paths.next()) {
+        if (paths.statement().kind() != MiniKDXParser::lineObject) continue;
+        const Edit* edit = wanted.find(paths.path());
+        const bool isFirst = edit != nullptr && (found == nullptr || edit < found);
+        if (isFirst && hasSlashInName(paths)) found = edit;
+    }
+    return found;
+}
+
 KDXSteps readObjectPath(const std::string& path) {
     if (path.empty()) throw Trouble("the empty path names no object");
     return kiv::readPath(path);
 }
 
-void applyEdit(KDXDocument& document, const Edit& edit) {
-    std::visit([&](const auto& change) { apply(document, change); }, edit.change);
+void applyEdits(KDXDocument& document, const std::vector<Edit>& edits) {
+    for (auto edit = edits.begin(); edit != edits.end();) {
+        const auto behind = std::find_if_not(edit, edits.end(), mayMerge);
+        if (edit == behind) {
+            apply(document, *edit++);
+            continue;
+        }
+        Names names;
+        for (auto merging = edit; merging != behind; ++merging) addNames(names, *merging);
+        changeUnmerged(document, names, [&] {
+            for (; edit != behind; ++edit) apply(document, *edit);
+        });
+    }
 }
 
 std::optional<KDXSteps> commonPath(const std::vector<Edit>& edits) {

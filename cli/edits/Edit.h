@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -60,14 +61,21 @@ struct MoveEdit {
 struct Edit {
     std::variant<SetEdit, UnsetEdit, RenameEdit, MoveEdit> change;
     std::size_t line = 0;  ///< in a list of edits, counted from 1; 0 without one
+    /// Those of its paths that were given as text, which may be the path of another object, too.
+    std::vector<kiv::KDXSteps> textPaths = {};
 };
 
 /// Reads the path of an object. @throws Trouble for the empty path, which names none.
 kiv::KDXSteps readObjectPath(const std::string& path);
 
 /// @throws NotThere when there is nothing to change; Trouble or kiv::Error when the edit is
-/// refused. The document is then of no use.
-void applyEdit(kiv::KDXDocument& document, const Edit& edit);
+/// refused. The document is then of no use. Whether renames and moves that follow each other merge
+/// what was two is looked at behind the last of them, as it takes a walk over the document.
+void applyEdits(kiv::KDXDocument& document, const std::vector<Edit>& edits);
+
+/// The first of the edits of which a path given as text is that of an object with a '/' in a name.
+/// It may be meant, but the steps of the path do not lead to it. None when there is none.
+const Edit* findAmbiguous(std::string_view text, const std::vector<Edit>& edits);
 
 /// The path by which all of the edits set, or all of them remove; nothing for other lists.
 std::optional<kiv::KDXSteps> commonPath(const std::vector<Edit>& edits);

@@ -59,6 +59,13 @@ public:
         return steps;
     }
 
+    std::vector<kiv::KDXSteps> textPaths(std::initializer_list<const char*> names) const {
+        std::vector<kiv::KDXSteps> paths;
+        for (const char* name : names)
+            if (has(name) && !json.at(name).is_array()) paths.push_back(path(name));
+        return paths;
+    }
+
     kiv::KDXSteps objectPath(const char* name) const {
         kiv::KDXSteps steps = path(name);
         if (steps.empty()) throw Trouble("the empty path names no object");
@@ -133,10 +140,11 @@ MoveEdit moveEdit(const Members& members) {
 
 Edit readEdit(std::string_view line, std::size_t number) {
     const Members members(line);
-    if (members.has("set")) return {setEdit(members), number};
-    if (members.has("unset")) return {unsetEdit(members), number};
-    if (members.has("rename")) return {renameEdit(members), number};
-    if (members.has("move")) return {moveEdit(members), number};
+    if (members.has("set")) return {setEdit(members), number, members.textPaths({"set"})};
+    if (members.has("unset")) return {unsetEdit(members), number, members.textPaths({"unset"})};
+    if (members.has("rename")) return {renameEdit(members), number, members.textPaths({"rename"})};
+    if (members.has("move"))
+        return {moveEdit(members), number, members.textPaths({"move", "into", "before", "after"})};
     throw Trouble("an edit is one of \"set\", \"unset\", \"rename\" and \"move\"");
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <string>
 #include <tuple>
 
 namespace kdx {
@@ -21,5 +22,8 @@ struct FileState {
 
 /// The state of an open file; an empty one where the system does not tell.
 FileState stateOf(std::FILE* file);
+
+/// The same for the file that a path leads to; an empty one where there is none.
+FileState stateOf(const std::string& path);
 
 }  // namespace kdx

@@ -2,6 +2,8 @@
 
 #include <io.h>
 
+#include <memory>
+
 #include "FileState.h"
 
 namespace kdx {
@@ -22,6 +24,12 @@ FileState stateOf(std::FILE* file) {
     return {found.dwVolumeSerialNumber, joined(found.nFileIndexHigh, found.nFileIndexLow),
             joined(found.nFileSizeHigh, found.nFileSizeLow),
             static_cast<std::int64_t>(joined(written.dwHighDateTime, written.dwLowDateTime))};
+}
+
+FileState stateOf(const std::string& path) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                               std::fclose);
+    return file ? stateOf(file.get()) : FileState();
 }
 
 }  // namespace kdx

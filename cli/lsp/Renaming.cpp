@@ -46,7 +46,7 @@ Json rename(const Documents& documents, const Json& params) {
     const std::string& name = textAt(params, "newName");
     if (!hasName(cursor)) throw RequestError(ErrorCode::requestFailed, kNoName);
     Tree renamed = cursor.tree;
-    applyEdit(renamed, {renaming(cursor, name)});
+    applyEdits(renamed, {{renaming(cursor, name)}});
     return cursor.document.workspaceEdit(renamed.textEdits());
 }
 

@@ -1,11 +1,15 @@
 #include "FileList.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <set>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
+#include "io/FileState.h"
 #include "io/Source.h"
 #include "messages/Diagnostics.h"
 #include "text/Glob.h"
@@ -97,6 +101,15 @@ FileList listFiles(const std::vector<std::string>& arguments, const Settings& se
             list.files.push_back(argument);
     }
     return list;
+}
+
+void leaveOutRepeated(std::vector<std::string>& files) {
+    std::set<std::pair<std::uint64_t, std::uint64_t>> seen;
+    const auto isRepeated = [&](const std::string& file) {
+        const FileState state = stateOf(file);
+        return !(state == FileState()) && !seen.emplace(state.device, state.number).second;
+    };
+    files.erase(std::remove_if(files.begin(), files.end(), isRepeated), files.end());
 }
 
 }  // namespace kdx

@@ -21,4 +21,8 @@ struct FileList {
 /// @throws Trouble when the standard input is named twice.
 FileList listFiles(const std::vector<std::string>& arguments, const Settings& settings);
 
+/// Leaves out each file that stands in the list before, also by a link or a hard link: a change
+/// would be made in it twice.
+void leaveOutRepeated(std::vector<std::string>& files);
+
 }  // namespace kdx

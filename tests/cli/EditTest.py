@@ -22,6 +22,14 @@ Sample: s2
 END
 """
 
+LEVELS = """A: b
+  C: d
+    E: e
+    END
+  END
+END
+"""
+
 # What is asked of TEXT, and the lines that the diff takes out and puts in.
 CHANGES = [
     ("set f /Sample:s1 gain=20", "-  gain = 10   # dB", "+  gain = 20   # dB"),
@@ -33,6 +41,7 @@ CHANGES = [
     ("set f /Sample:s1 gain=1 --first", "-  gain = 10   # dB", "+  gain = 1   # dB"),
     ("set f /Sample:s1 a=1 b=2 --after Channel:A", "+  a = 1", "+  b = 2"),
     ("set f /Sample:s1 a=1 b=2 --before gain", "+  a = 1", "+  b = 2"),
+    ("set slash /A:b x=1 --before B:c/D:e", "+  x = 1"),
     ("set f /Sample:s1 gain=10",),
     ("unset f '/Sample:*' gain x", "-  gain = 10   # dB", "-  x = C:\\d\\ # c"),
     ("unset f '/**/Channel:*'", "-  Channel: A", "-    offset = 1, \\", "-      2, 3 # three",
@@ -54,20 +63,27 @@ CHANGES = [
 REFUSED = [
     ("set f /Sample:s1 x=1 --after y", 1, "f: error: has no parameter y in /Sample:s1\n"),
     ("set f /B x=1 --after y", 1, "f: error: has no object /B\n"),
+    *((f"set levels /A:b x=1 --before {other}", 1, f"levels: error: has no parameter {other} in /A")
+      for other in ["C:d/E:e", "**"]),
     ("set f '/Sample:*' x=1", 2, "f:12:3: error: a pattern names no single object: /Sample:* "),
     ("set f /Sample:s1 'gain= 1'", 2, "f:5:3: error: KDX cannot carry this: a value has no outer"),
     ("set f /Sample:s1 gain", 2, "kdx: NAME=VALUE is required in place of gain\n"),
+    ("set f /Sample:s1 x=1 x=2", 2, "kdx: x is to be set twice\n"),
     ("set f /Sample:s1", 2, "kdx: NAME=VALUE is required\n"),
     ("set f '' x=1", 2, "kdx: the empty path names no object\n"),
     ("set -i - /A x=1", 2, "<stdin>: error: cannot be changed in place: leave out -i, or name a "),
     ("unset f /Sample:s1 x", 1, "f: error: has no parameter x in /Sample:s1\n"),
-    *((f"{command} slash /A:a/b x{value}", 2, "slash: error: the path is that of an object with a "
-       "'/' in a name, too: /A:a/b; kdx edit takes a path as a list of types and names\n")
+    *((f"{command} slash /A:a/b x{value}", 2, "slash: error: a path is that of an object with a '/'"
+       " in a name, too; kdx edit takes a path as a list of types and names\n")
       for command, value in [("set", "=1"), ("unset", ""), ("rename", " y")]),
+    *((arguments, 2, f"both:{line}: error: a path is that of an object with a '/' in a name, too; ")
+      for arguments, line in [
+          ("set both /A:b/C:d y=1", "5:3"), ("unset both /A:b/C:d", "5:3"),
+          ("rename both /A:b/C:d q", "5:3"), ("move both /A:q --into /A:b/C:d", "10:1")]),
     ("unset f /Sample:*/B", 1, "f: error: has no object /Sample:*/B\n"),
     ("rename f /Sample:s1 s2", 2, "f:4:1: error: would be one with what has that name there alre"),
     ("rename f '/Sample:*' s3", 2, "f:4:1: error: would be one with what has that name there alr"),
-    ("rename levels /A:q b/C:d", 2, "levels:5:1: error: would be one with what has that name ther"),
+    ("rename levels /A:q b/C:d", 2, "levels:7:1: error: would be one with what has that name ther"),
     ("move f /Sample:s2 --into '/*'", 2, "f:11:1: error: a pattern names no single object: /* "),
     ("rename f --type /Sample:s1 a:b", 2, "f:4:1: error: KDX cannot carry this: a name consists of "
      "letters, digits, blanks, '&', '.' and '_'"),
@@ -123,6 +139,8 @@ BAD_EDITS = [
     ('{"unset": "/Sample:s9"}', 1, "f: error: edit on line 3: has no object /Sample:s9\n"),
     ('{"rename": "/Sample:s2", "to": "a#"}', 2,
      "f:11:1: error: edit on line 3: KDX cannot carry this"),
+    ('{"rename": "/Sample:s1", "to": "s2"}\n{"move": "/Sample:s2", "into": ""}', 2,
+     "f:4:1: error: edit on line 3: would be one with what has that name there already"),
     *((line, 2, "kdx: line 3 of the edits: " + message) for line, message in [
         ("{", "is no JSON: column 2: syntax error while parsing object key"), ("1", "an edit is a JSON object"), ("{}", "an edit is one of"),
         ('{"set": "/A", "name": "x"}', 'the edit needs "value"'),
@@ -143,7 +161,9 @@ BAD_EDITS = [
 class Edit(KdxTest):
     def setUp(self):
         super().setUp()
-        self.write({"f": TEXT})
+        self.write({"f": TEXT, "slash": "A: a/b\nx = 1\nEND\nA: b\n  B: c/D:e\n  END\nEND\n",
+                    "levels": LEVELS + "A: q\nEND\n",
+                    "both": "A: b/C:d\n  x = 1\nEND\n" + LEVELS + "A: q\nEND\n"})
 
     def test_changes(self):
         for arguments, *lines in CHANGES:
@@ -153,8 +173,6 @@ class Edit(KdxTest):
                 self.assertEqual((sorted(changed), status, errors), (sorted(lines), bool(lines), ""))
 
     def test_refusals(self):
-        self.write({"slash": "A: a/b\nx = 1\nEND\n",
-                    "levels": "A: b\nC: d\nEND\nEND\nA: q\nEND\n"})
         for arguments, status, message in REFUSED:
             with self.subTest(arguments=arguments):
                 got, output, errors = self.run_kdx(arguments)
@@ -164,11 +182,16 @@ class Edit(KdxTest):
         self.write({"b": "\ufeffA:\r\nEND\r\n", "d/c.kdx": "A:\nEND"})
         self.expect("set -i b d /A x=1")
         self.assertEqual(self.read("b"), "\ufeffA:\r\n  x = 1\r\nEND\r\n")
+        (self.folder / "link").symlink_to("b")
+        (self.folder / "hard").hardlink_to(self.folder / "b")
+        self.expect("rename -i b ./b link hard /A x y")  # each file once
         self.expect("set /A x=2", "", "A:\n  x = 2\nEND\n")
         self.expect(f"set {self.folder}/d/c.kdx - /A x=2", "A:\nEND", 2 * "A:\n  x = 2\nEND")
 
     def test_list_of_edits(self):
         self.expect("edit f", "\n".join(map(json.dumps, EDITS)), EDITED)
+        edit = json.dumps({"unset": [["A", "b"], ["C", "d"]]})
+        self.expect("edit both", edit, "A: b/C:d\n  x = 1\nEND\nA: b\nEND\nA: q\nEND\n")
         self.write({"edits": json.dumps(EDITS[3])})
         self.expect("edit -i --edits edits f")
         self.assertIn("Probe: s4", self.read("f"))
