@@ -84,8 +84,9 @@ bool KDXReader::next() {
     detail::LineParts parts{};
     if (!state->logicalLines.read(state->lines, lastLine, line, parts)) {
         if (firstLine > 0 && state->text.back() != '\n') --firstLine;  // where the text ends
+        const std::string_view nothing = current.source.substr(current.source.size());
         current = {};
-        current.source = {begin, 0};
+        current.source = nothing;
         return false;
     }
     nextLine = lastLine + 1;
