@@ -22,6 +22,11 @@ bool isFile(const std::string& argument) {
     return fs::exists(fs::u8path(argument), unknown);
 }
 
+bool isRegularFile(const std::string& argument) {
+    std::error_code unknown;
+    return fs::is_regular_file(fs::u8path(argument), unknown);
+}
+
 }  // namespace
 
 FilesAndPath splitFilesAndPath(std::vector<std::string> arguments) {
@@ -33,6 +38,8 @@ FilesAndPath splitFilesAndPath(std::vector<std::string> arguments) {
         throw Trouble(shown(*path) +
                       " is a file; begin the PATH behind it with a '/', or put a '-' "
                       "in front of it where it is the path of an object in the standard input");
+    if (!beginsWithSlash(*path) && isRegularFile(*path))
+        throw Trouble(shown(*path) + " is a file; begin the PATH behind it with a '/'");
     const auto move = [](auto begin, auto end) {
         return std::vector<std::string>(std::move_iterator(begin), std::move_iterator(end));
     };

@@ -71,6 +71,7 @@ REFUSED = [
     ("set f /Sample:s1 x=1 x=2", 2, "kdx: x is to be set twice\n"),
     ("set f /Sample:s1", 2, "kdx: NAME=VALUE is required\n"),
     ("set f '' x=1", 2, "kdx: the empty path names no object\n"),
+    ("set f slash x=1", 2, "kdx: slash is a file; begin the PATH behind it with a '/'"),
     ("set -i - /A x=1", 2, "<stdin>: error: cannot be changed in place: leave out -i, or name a "),
     ("unset f /Sample:s1 x", 1, "f: error: has no parameter x in /Sample:s1\n"),
     *((f"{command} slash /A:a/b x{value}", 2, "slash: error: a path is that of an object with a '/'"
