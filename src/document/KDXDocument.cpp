@@ -285,9 +285,7 @@ bool KDXDocumentReader::next() {
     const StatementTree& tree = state->document.tree;
     current.node = state->document.nodeOf(index);
     current.kind = tree.kindOf(index);
-    const detail::Halves halves = tree.halvesOf(index, state->splitter);
-    current.first = halves.first;
-    current.second = halves.second;
+    tree.readHalves(index, state->splitter, current.first, current.second);
     state->upcoming = tree.nextInText(index);
     return true;
 }
