@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/ByteOrderMark.h"
+#include "document/LargePages.h"
 
 namespace kiv::detail {
 namespace {
@@ -89,6 +90,7 @@ std::vector<Statement> readStatements(std::string_view text, std::size_t offset)
     requireSize(std::uint64_t{offset} + text.size());
     std::vector<Statement> statements;
     statements.reserve(countLines(text) + 1);
+    hintLargePages(statements.data(), statements.capacity() * sizeof(Statement));
     TreeBuilder builder(statements);
     KDXReader reader(text);
     while (reader.next()) {
