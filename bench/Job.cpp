@@ -1,5 +1,7 @@
 #include "Job.h"
 
+#include <malloc.h>
+
 #include <cstddef>
 #include <new>
 
@@ -22,7 +24,10 @@ void joinFreeBlocks() {
 
 void prepareRun(Job& job) {
     job.prepare();
-    joinFreeBlocks();
+    if (job.takesFreshMemory())
+        ::malloc_trim(0);
+    else
+        joinFreeBlocks();
 }
 
 }  // namespace bench

@@ -23,16 +23,18 @@ public:
     virtual void run() = 0;
     /// What the last run saw or made. Not timed.
     virtual Counts counts() const = 0;
+    /// Whether a run is the first that a program does: it pays for all the memory that it takes.
+    virtual bool takesFreshMemory() const { return false; }
 };
 
 /// Calls prepare(), and makes memory what it is before each run that is measured: fresh memory is
-/// not paid for, and free blocks are not scattered.
+/// not paid for, unless the job takes it, and free blocks are not scattered.
 void prepareRun(Job& job);
 
 /// A contestant's way to do a task.
 struct JobType {
-    /// "events", "read", "document", "text-to-map", "lines-to-map", "map-to-text", "re-indent",
-    /// "format", "write", "edit"
+    /// "events", "read", "document", "first-document", "text-to-map", "lines-to-map",
+    /// "map-to-text", "re-indent", "format", "write", "edit"
     std::string task;
     std::string contestant;
     std::string format;  ///< of the text that it starts from

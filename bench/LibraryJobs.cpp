@@ -212,6 +212,7 @@ JobTypes libraryJobs() {
             {"format", "indentKDX", "kdx", makeJob<Reindent>},
             touchJob<Statements>("read", "KDX"),
             touchJob<LoadAndWalk>("document", "KDX"),
+            firstTouchJob<LoadAndWalk>("first-document", "KDX"),
             {"write", "KDX", "kdx", makeJob<Write>},
             {"write", "KDX changed", "kdx", makeJob<WriteChanged>},
             {"edit", "KDX", "kdx", makeJob<Edit>},

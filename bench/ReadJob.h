@@ -32,10 +32,23 @@ private:
     std::optional<Sink> sink;
 };
 
+/// The same as the first thing that a program does.
+template <typename Reader, typename Sink>
+class FirstReadJob : public ReadJob<Reader, Sink> {
+public:
+    using ReadJob<Reader, Sink>::ReadJob;
+    bool takesFreshMemory() const override { return true; }
+};
+
 /// A task of looking at all that stands in a text.
 template <typename Reader>
 JobType touchJob(const std::string& task, const std::string& contestant) {
     return {task, contestant, Reader::kFormat, makeJob<ReadJob<Reader, TouchSink>>};
+}
+
+template <typename Reader>
+JobType firstTouchJob(const std::string& task, const std::string& contestant) {
+    return {task, contestant, Reader::kFormat, makeJob<FirstReadJob<Reader, TouchSink>>};
 }
 
 /// The two tasks that a reader can do.

@@ -12,7 +12,7 @@ import json
 import pathlib
 import re
 import subprocess
-from xml.sax.saxutils import quoteattr
+from xml.sax.saxutils import escape, quoteattr
 
 ISO_CODES = pathlib.Path("/usr/share/iso-codes/json")
 DPKG_STATUS = pathlib.Path("/var/lib/dpkg/status")
@@ -195,11 +195,25 @@ def xml_element(node, out, depth):
     out.append(f"{indent}</{node.kind}>\n")
 
 
-def write_xml(roots, out):
+def xml_elements(node, out, depth):
+    """An element for each statement, as a document has a node for it."""
+    indent = "  " * depth
+    out.append(f"{indent}<{node.kind} id={quoteattr(node.name)}>\n")
+    out.extend(f"{indent}  <{name}>{escape(value)}</{name}>\n" for name, value in node.values())
+    for child in node.children:
+        xml_elements(child, out, depth + 1)
+    out.append(f"{indent}</{node.kind}>\n")
+
+
+def write_xml(roots, out, element=xml_element):
     out.append("<index>\n")
     for node in roots:
-        xml_element(node, out, 1)
+        element(node, out, 1)
     out.append("</index>\n")
+
+
+def write_elements_xml(roots, out):
+    write_xml(roots, out, xml_elements)
 
 
 def quoted(text):
@@ -248,7 +262,7 @@ def write_ini(roots, out):
 
 
 FORMATS = {"json": write_json, "compact.json": write_compact_json, "xml": write_xml,
-           "toml": write_toml, "yaml": write_yaml, "ini": write_ini}
+           "elements.xml": write_elements_xml, "toml": write_toml, "yaml": write_yaml, "ini": write_ini}
 
 
 def carries(format_name, corpus):
